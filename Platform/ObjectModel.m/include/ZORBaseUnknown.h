@@ -1,0 +1,109 @@
+#pragma once
+
+#include "ZORExport.h"
+#include "ZORGuid.h"
+
+#include <atomic>
+#include <cstddef>
+#include <cstdint>
+#include <new>
+
+class ZORMetaClass;
+
+// Results of ZORBaseUnknown::QueryInterface(const GUID&, void**).
+enum ZORQueryResult : int {
+    ZORInterfaceFound = 0,
+    ZORNoInterface = 1,
+};
+
+// Root of every component, interface and adapter: reference counting, identity, interface queries.
+//
+//     ZORBaseUnknown* object = new SomeComponent;      // one reference, the caller's
+//     ZORBaseUnknown* other = object->QueryInterface("SomeInterface");
+//     if (other)
+//         other->Release();
+//     object->Release();                               // the last one destroys it
+//
+// An object and the adapters that show its interfaces share one reference count and one life: an
+// adapter is made by the first query for its interface, answers every later one, and goes with
+// its object. A reference to any of them therefore keeps all of them.
+//
+// `new` of a component yields null when there is no memory; nothing is thrown.
+//
+// Thread rule: counting and queries may be done from several threads at once. The count is plain
+// while the process has a single thread.
+//
+// The order of the virtual operations is part of the binary interface.
+class ZOR_EXPORT ZORBaseUnknown
+{
+public:
+    // A new object has one reference, its creator's.
+    ZORBaseUnknown();
+    // A copy is an object of its own: one reference and no adapters, whatever the source has.
+    ZORBaseUnknown(const ZORBaseUnknown& iOther);
+    // Leaves count and adapters of both sides alone.
+    ZORBaseUnknown& operator=(const ZORBaseUnknown& iOther);
+
+    // Asks for the interface (or class) with the identifier `iInterface`. On success *oInterface is
+    // a pointer of that type with a reference of its own and the result is ZORInterfaceFound;
+    // otherwise *oInterface is null, the count is as it was and the result is ZORNoInterface.
+    // An adapter answers for its object. Costs no allocation once the adapter exists.
+    virtual int QueryInterface(const GUID& iInterface, void** oInterface);
+    // Adds a reference and returns the new count.
+    virtual unsigned int AddRef();
+    // Drops a reference and returns the count left; at 0 the object and its adapters are gone.
+    // Queries, AddRef and Release from inside a destructor are safe.
+    virtual unsigned int Release();
+    virtual ~ZORBaseUnknown();
+
+    // The metaobject of the object's class; never null, never freed.
+    virtual ZORMetaClass* GetMetaObject() const;
+    // The name of the object's class.
+    virtual const char* IsA() const;
+    // 1 when the object's class or one of its ancestors is named `iClassName`, else 0 (also for
+    // null).
+    virtual int IsAKindOf(const char* iClassName) const;
+    // 0: this is an object. Proxies for absent objects answer 1.
+    virtual int IsNull() const;
+    // 1 when both are, or are adapters of, the same object; else 0 (also for null).
+    virtual int IsEqual(const ZORBaseUnknown* iOther) const;
+    // Makes this new object an adapter of `iObject` (of its object, when that is an adapter
+    // itself): from now on both share one count, to which this call adds the adapter's own
+    // reference, and the object destroys the adapter when it goes. REQUIRES: `iObject` is not null;
+    // this object is not bound yet and nobody holds another reference to it.
+    virtual void SetImpl(ZORBaseUnknown* iObject);
+    // As the query by identifier, by the interface's name: the interface with a reference of its
+    // own, or null.
+    virtual ZORBaseUnknown* QueryInterface(const char* iInterfaceName) const;
+
+    static ZORMetaClass* MetaObject();
+    static const GUID& ClassId();
+    static const char* ClassName();
+
+    static void* operator new(std::size_t iSize) noexcept;
+    static void* operator new(std::size_t iSize, const std::nothrow_t&) noexcept;
+    static void* operator new(std::size_t, void* iPlace) noexcept { return iPlace; }
+    static void operator delete(void* iMemory) noexcept;
+    static void operator delete(void* iMemory, const std::nothrow_t&) noexcept;
+    static void operator delete(void*, void*) noexcept {}
+
+protected:
+    // The object behind an adapter; the object itself for anything else.
+    ZORBaseUnknown* GetImpl() const
+    {
+        return _Object ? _Object : const_cast<ZORBaseUnknown*>(this);
+    }
+
+private:
+    friend void TieConstructor(ZORBaseUnknown*, ZORBaseUnknown*, const GUID&, const GUID&);
+
+    template <class Matches>
+    ZOR_HIDDEN ZORBaseUnknown* FindAdapter(Matches iMatches) const;
+    ZOR_HIDDEN ZORBaseUnknown* FindOrMake(const ZORMetaClass* iInterface);
+
+    std::atomic<std::uint32_t> _Count{1};
+    ZORBaseUnknown* _Object = nullptr;               // of an adapter: what it stands for
+    std::atomic<ZORBaseUnknown*> _Adapters{nullptr}; // of an object: its adapters, newest first;
+                                                     // of an adapter: the next one in that list
+    const ZORMetaClass* _Interface = nullptr;        // of an adapter: what it shows
+};

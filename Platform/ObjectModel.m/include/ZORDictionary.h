@@ -1,0 +1,50 @@
+#pragma once
+
+#include "ZORExport.h"
+#include "ZORGuid.h"
+
+class ZORBaseUnknown;
+
+// The dictionary: which class offers which interface, and who makes the adapter.
+//
+//     static const ZORFillDictionary entry("SomeClass", "SomeInterface",
+//     CreateTIESomeInterfaceSomeClass);
+//
+// A query looks the pair (class of the object, interface) up, then (parent class, interface) and so
+// on. Thread rule: any thread.
+
+// Makes a new adapter bound to the object and returns it with the reference that SetImpl added;
+// null when there is no memory.
+using ZORCreator = ZORBaseUnknown* (*)(ZORBaseUnknown* iObject);
+
+// Enters `iEntryName` for the class `iClassName`:
+// - with the kind CLSID_ZORMetaClass, `iObject` is the class's ZORMetaClass and `iClassId` the
+// identifier
+//   under which QueryMetaObject(const GUID&) finds it from now on;
+// - with a creator, `iEntryName` is an interface and `iCreator` makes its adapters; the other
+// arguments do
+//   not matter.
+// `iLibrary` and `iFlags` are 0 for entries made by loaded code.
+ZOR_EXPORT void AddDictionary(const GUID& iClassId, const GUID* iKind, const char* iClassName,
+                              const char* iEntryName, ZORCreator iCreator, void* iObject,
+                              const char* iLibrary, int iFlags);
+
+// Withdraws the adapter entries of the pair and returns how many there were. Adapters that exist
+// already go on working.
+ZOR_EXPORT int RemoveDictionary(const char* iClassName, const char* iInterfaceName);
+
+// A dictionary entry that lives as long as this object: made when a library is loaded, withdrawn
+// when it is unloaded.
+class ZOR_EXPORT ZORFillDictionary
+{
+public:
+    ZORFillDictionary(const char* iClassName, const char* iInterfaceName, ZORCreator iCreator);
+    ~ZORFillDictionary();
+    ZORFillDictionary(const ZORFillDictionary&) = delete;
+    ZORFillDictionary& operator=(const ZORFillDictionary&) = delete;
+
+private:
+    const char* _ClassName;
+    const char* _InterfaceName;
+    ZORCreator _Creator;
+};

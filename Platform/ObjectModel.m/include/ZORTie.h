@@ -1,0 +1,51 @@
+#pragma once
+
+#include "ZORClass.h"
+#include "ZORDictionary.h"
+
+// Binds a new adapter to the object it stands for (see ZORBaseUnknown::SetImpl) and notes which
+// interface it shows, so that later queries find it. Called by the adapter's constructor. `iClass`
+// and `iInterface` are the identifiers of the object's class and of the interface.
+ZOR_EXPORT void TieConstructor(ZORBaseUnknown* iAdapter, ZORBaseUnknown* iObject,
+                               const GUID& iClass, const GUID& iInterface);
+
+// A TIE adapter: the class TIE<Interface><Class>, which shows the interface on objects of the class
+// by forwarding each operation, and the function CreateTIE<Interface><Class>, which the dictionary
+// calls.
+//
+//     class TIESomeInterfaceSomeClass final : public SomeInterface
+//     {
+//         ZOR_DECLARE_TIE(SomeInterface, SomeClass)
+//     public:
+//         void Operation() override { Self()->Operation(); }
+//     };
+//     ZOR_IMPLEMENT_TIE(SomeInterface, SomeClass, ZORKindTie)                 // in its source
+//     static const ZORFillDictionary entry("SomeClass", "SomeInterface",
+//     CreateTIESomeInterfaceSomeClass);
+
+#define ZOR_DECLARE_TIE(Interface, Class)                                                          \
+    ZOR_DECLARE_CLASS                                                                              \
+public:                                                                                            \
+    explicit TIE##Interface##Class(ZORBaseUnknown* iObject);                                       \
+    ~TIE##Interface##Class() override;                                                             \
+                                                                                                   \
+private:                                                                                           \
+    Class* Self() const                                                                            \
+    {                                                                                              \
+        return static_cast<Class*>(GetImpl());                                                     \
+    }
+
+#define ZOR_IMPLEMENT_TIE(Interface, Class, Kind)                                                  \
+    ZOR_IMPLEMENT_CLASS_STATICS(                                                                   \
+        TIE##Interface##Class,                                                                     \
+        new ZORMetaClass(#Interface, Interface::MetaObject(), Class::MetaObject(), Kind))          \
+    ZOR_IMPLEMENT_CLASS_VIRTUALS(TIE##Interface##Class)                                            \
+    TIE##Interface##Class::TIE##Interface##Class(ZORBaseUnknown* iObject)                          \
+    {                                                                                              \
+        TieConstructor(this, iObject, Class::ClassId(), Interface::ClassId());                     \
+    }                                                                                              \
+    TIE##Interface##Class::~TIE##Interface##Class() = default;                                     \
+    ZORBaseUnknown* CreateTIE##Interface##Class(ZORBaseUnknown* iObject)                           \
+    {                                                                                              \
+        return iObject ? new TIE##Interface##Class(iObject) : nullptr;                             \
+    }

@@ -1,0 +1,20 @@
+# Compiler settings that every target of this repository shares: the interface target `strict_build`.
+add_library(strict_build INTERFACE)
+target_compile_features(strict_build INTERFACE cxx_std_20)
+target_compile_options(strict_build INTERFACE
+  -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Werror)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_C_STANDARD 11)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+
+# One of: nothing, "address" (with undefined behaviour and leaks), "thread".
+set(KW4TOOLS_SANITIZER "" CACHE STRING "Sanitizer to build with: address or thread")
+if(KW4TOOLS_SANITIZER STREQUAL "address")
+  add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=address,undefined)
+elseif(KW4TOOLS_SANITIZER STREQUAL "thread")
+  add_compile_options(-fsanitize=thread -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=thread)
+elseif(KW4TOOLS_SANITIZER)
+  message(FATAL_ERROR "KW4TOOLS_SANITIZER is '${KW4TOOLS_SANITIZER}': say 'address' or 'thread'")
+endif()
