@@ -1,0 +1,60 @@
+#include "TraceLine.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace
+{
+
+constexpr std::size_t kFirstRoom = 256;
+
+} // namespace
+
+TraceLine::TraceLine() : _Room(kFirstRoom), _Stream(this)
+{
+    Clear();
+}
+
+TraceLine::~TraceLine() = default;
+
+void TraceLine::Clear()
+{
+    setp(_Room.data(), _Room.data() + _Room.size());
+    _Stream.clear();
+}
+
+void TraceLine::Reserve(std::size_t iMore)
+{
+    const std::size_t used = Text().size();
+    if (_Room.size() - used >= iMore)
+        return;
+    _Room.resize(std::max(2 * _Room.size(), used + iMore));
+    setp(_Room.data(), _Room.data() + _Room.size());
+    Advance(used);
+}
+
+// pbump takes an int: a longer way is made in steps.
+void TraceLine::Advance(std::size_t iCount)
+{
+    constexpr std::size_t kStep = 1U << 30;
+    for (; iCount > kStep; iCount -= kStep)
+        pbump(static_cast<int>(kStep));
+    pbump(static_cast<int>(iCount));
+}
+
+TraceLine::int_type TraceLine::overflow(int_type iCharacter)
+{
+    if (traits_type::eq_int_type(iCharacter, traits_type::eof()))
+        return traits_type::not_eof(iCharacter);
+    Reserve(1);
+    return sputc(traits_type::to_char_type(iCharacter));
+}
+
+std::streamsize TraceLine::xsputn(const char* iText, std::streamsize iCount)
+{
+    const auto count = static_cast<std::size_t>(iCount);
+    Reserve(count);
+    std::memcpy(pptr(), iText, count);
+    Advance(count);
+    return iCount;
+}

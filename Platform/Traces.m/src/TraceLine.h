@@ -1,0 +1,30 @@
+#pragma once
+
+#include "ZORPSNTrace.h"
+
+#include <ostream>
+#include <streambuf>
+#include <string_view>
+#include <vector>
+
+// Collects a line in memory that is kept for the next one; never writes by itself.
+class TraceLine final : public ZORPSNTraceLigne, private std::streambuf
+{
+public:
+    TraceLine();
+    ~TraceLine() override;
+
+    std::ostream& GetStream() override { return _Stream; }
+    // What was collected; valid until the next character or Clear.
+    std::string_view Text() const { return {pbase(), static_cast<std::size_t>(pptr() - pbase())}; }
+    void Clear();
+
+private:
+    int_type overflow(int_type iCharacter) override;
+    std::streamsize xsputn(const char* iText, std::streamsize iCount) override;
+    void Reserve(std::size_t iMore);
+    void Advance(std::size_t iCount);
+
+    std::vector<char> _Room;
+    std::ostream _Stream;
+};

@@ -1,0 +1,180 @@
+#include "ZORPSNTrace.h"
+
+#include "LineOutput.h"
+#include "TraceLine.h"
+#include "ZORGetEnv.h"
+#include "ZORString.h"
+
+#include <cerrno>
+#include <charconv>
+#include <cstring>
+#include <string>
+#include <system_error>
+#include <unistd.h>
+
+namespace
+{
+
+constexpr int kBlanksPerScope = 3;
+
+thread_local int depth = 0; // active scopes that are open
+
+// What a process traces and where to. Never torn down: code that runs at exit may trace.
+struct Output {
+    ZORPSNTraceSink sink = nullptr;
+    void* context = nullptr;
+    int file = STDERR_FILENO;
+    bool callLines = ZORGetEnv("ZOR_PSN_TRACE_CALLS") != nullptr;
+
+    Output()
+    {
+        const char* const path = ZORGetEnv("ZOR_PSN_TRACE_FILE");
+        if (path && *path && !Open(path))
+            WriteWhole(STDERR_FILENO, std::string("ZOR_PSN_TRACE_FILE: cannot open ") + path +
+                                          ": " + std::strerror(errno) + "\n");
+    }
+
+    bool Open(const char* iPath)
+    {
+        const int opened = OpenForLines(iPath);
+        if (opened < 0)
+            return false;
+        Replace(opened);
+        return true;
+    }
+
+    void Replace(int iFile)
+    {
+        if (file != STDERR_FILENO)
+            close(file);
+        file = iFile;
+    }
+
+    static Output& Instance()
+    {
+        static Output* const output = new Output;
+        return *output;
+    }
+};
+
+int LevelFromEnvironment()
+{
+    const char* const text = ZORGetEnv("ZOR_PSN_TRACE");
+    if (!text || !*text)
+        return ZORPSNTrace::kOff;
+    int level = 0;
+    const char* const end = text + std::strlen(text);
+    const std::from_chars_result result = std::from_chars(text, end, level);
+    if (result.ec == std::errc() && result.ptr == end)
+        return level;
+    WriteWhole(STDERR_FILENO,
+               std::string("ZOR_PSN_TRACE: \"") + text + "\" is not a level (a whole number)\n");
+    return ZORPSNTrace::kOff;
+}
+
+TraceLine& ThreadLine()
+{
+    thread_local TraceLine line;
+    return line;
+}
+
+} // namespace
+
+std::atomic<int> ZORPSNTrace::_ActiveLevel{LevelFromEnvironment()};
+
+ZORPSNTraceLigne::~ZORPSNTraceLigne() = default;
+
+void ZORPSNTrace::Open(const char* iText)
+{
+    _Depth = depth++;
+    if (Output::Instance().callLines)
+        WriteCall("> ", iText);
+}
+
+void ZORPSNTrace::Close()
+{
+    depth = _Depth;
+    try {
+        if (Output::Instance().callLines)
+            WriteCall("< ", nullptr);
+    } catch (...) { // a scope also closes while an error is on its way
+    }
+}
+
+void ZORPSNTrace::WriteCall(const char* iMark, const char* iText)
+{
+    ZORString text;
+    std::ostream& line = GetLigne().GetStream();
+    line << Indent(text, GetIndent()) << iMark << _Method;
+    if (iText)
+        line << ' ' << iText;
+    line << '\n';
+    Out();
+}
+
+int ZORPSNTrace::GetIndent() const
+{
+    return kBlanksPerScope * (_Open ? _Depth : depth);
+}
+
+ZORPSNTraceLigne& ZORPSNTrace::GetLigne()
+{
+    return ThreadLine();
+}
+
+const char* ZORPSNTrace::Indent(ZORString& oText, int iBlanks) const
+{
+    oText = std::string(static_cast<std::size_t>(iBlanks > 0 ? iBlanks : 0), ' ').c_str();
+    return oText.ConvertToChar();
+}
+
+const char* ZORPSNTrace::GetMethod(ZORString& oText) const
+{
+    oText = _Method;
+    return oText.ConvertToChar();
+}
+
+void ZORPSNTrace::Out()
+{
+    TraceLine& line = ThreadLine();
+    const Output& output = Output::Instance();
+    struct Clearing {
+        TraceLine& line;
+        ~Clearing() { line.Clear(); }
+    } const clearing{line};
+    if (line.Text().empty())
+        return;
+    if (output.sink)
+        output.sink(line.Text().data(), line.Text().size(), output.context);
+    else
+        WriteWhole(output.file, line.Text());
+}
+
+void ZORPSNTrace::SetActiveLevel(int iLevel)
+{
+    _ActiveLevel.store(iLevel, std::memory_order_relaxed);
+}
+
+int ZORPSNTrace::GetActiveLevel()
+{
+    return _ActiveLevel.load(std::memory_order_relaxed);
+}
+
+bool ZORPSNTrace::SetFile(const char* iPath)
+{
+    if (iPath && *iPath)
+        return Output::Instance().Open(iPath);
+    Output::Instance().Replace(STDERR_FILENO);
+    return true;
+}
+
+void ZORPSNTrace::SetSink(ZORPSNTraceSink iSink, void* iContext)
+{
+    Output::Instance().sink = iSink;
+    Output::Instance().context = iContext;
+}
+
+void ZORPSNTrace::SetCallLines(bool iOn)
+{
+    Output::Instance().callLines = iOn;
+}

@@ -1,0 +1,8 @@
+#pragma once
+
+#include "ZORIDuxServices.h"
+
+// Makes the common services. The handle is the only owner.
+// Raises ZORDuxServicesMsg 0x20002, told on standard error, when the component or its interface is
+// not to be had. Thread rule: any thread.
+ZOR_EXPORT ZORIDuxServices_var CreateServices();

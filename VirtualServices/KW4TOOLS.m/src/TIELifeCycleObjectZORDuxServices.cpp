@@ -1,0 +1,8 @@
+#include "TIELifeCycleObjectZORDuxServices.h"
+
+ZOR_IMPLEMENT_TIE(LifeCycleObject, ZORDuxServices, ZORKindCorbaTie)
+
+void TIELifeCycleObjectZORDuxServices::remove()
+{
+    Self()->remove();
+}

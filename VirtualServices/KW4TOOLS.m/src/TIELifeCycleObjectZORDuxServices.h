@@ -1,0 +1,16 @@
+#pragma once
+
+#include "LifeCycleObject.h"
+#include "ZORDuxServices.h"
+#include "ZORTie.h"
+
+// Shows the CORBA life-cycle interface on a ZORDuxServices.
+class ZOR_EXPORT TIELifeCycleObjectZORDuxServices final : public LifeCycleObject
+{
+    ZOR_DECLARE_TIE(LifeCycleObject, ZORDuxServices)
+public:
+    void remove() override;
+};
+
+// A new adapter on a ZORDuxServices, for the dictionary.
+ZOR_EXPORT ZORBaseUnknown* CreateTIELifeCycleObjectZORDuxServices(ZORBaseUnknown* iObject);

@@ -1,0 +1,93 @@
+// The file operations of the services: access checks and line files.
+
+#include "MethodFrame.h"
+#include "ZORDuxServices.h"
+
+#include <cstdio>
+#include <unistd.h>
+
+namespace
+{
+
+constexpr int kPieceSize = 1024; // bytes of a line read at a time, the ending NUL included
+
+std::int32_t Check(MethodFrame& ioFrame, const ZORUnicodeString& iPath, int iMode,
+                   const char* iGranted, const char* iRefused)
+{
+    const bool granted = access(iPath.ConvertToChar(), iMode) == 0;
+    ioFrame.Note(granted ? iGranted : iRefused);
+    return granted ? 1 : 0;
+}
+
+bool Close(MethodFrame& ioFrame, std::FILE* ioStream)
+{
+    const bool closed = std::fclose(ioStream) == 0;
+    ioFrame.Note(closed ? "Close Stream: OK" : "Close Stream: KO");
+    return closed;
+}
+
+std::FILE* Open(MethodFrame& ioFrame, const ZORUnicodeString& iFileName, const char* iMode)
+{
+    std::FILE* const stream = std::fopen(iFileName.ConvertToChar(), iMode);
+    ioFrame.Note(stream ? "Open Stream: OK" : "Open Stream: KO");
+    return stream;
+}
+
+} // namespace
+
+ZORDuxFileAccess ZORDuxServices::CheckFile(const ZORUnicodeString& iFullPath)
+{
+    MethodFrame frame("ZORDuxServices::CheckFile");
+    frame.Value("iFullPath", iFullPath);
+    return frame.Guard(ErrorReport::Short, [&] {
+        ZORDuxFileAccess may{};
+        may.exists = Check(frame, iFullPath, F_OK, "File exist", "File does not exist");
+        may.readable = Check(frame, iFullPath, R_OK, "Read Mode OK", "Read Mode KO");
+        may.writable = Check(frame, iFullPath, W_OK, "Write Mode OK", "Write Mode KO");
+        may.executable = Check(frame, iFullPath, X_OK, "Execute Mode OK", "Execute Mode KO");
+        return may;
+    });
+}
+
+// After an error the file is left open, here and in WriteStream: callers that fork or pass
+// descriptors on count on the numbers they have seen so far.
+ZORListValZORUnicodeString ZORDuxServices::ReadStream(const ZORUnicodeString& iFileName)
+{
+    MethodFrame frame("ZORDuxServices::ReadStream");
+    frame.Value("iFileName", iFileName);
+    return frame.Guard(ErrorReport::Short, [&] {
+        ZORListValZORUnicodeString pieces;
+        std::FILE* const stream = Open(frame, iFileName, "r");
+        if (!stream)
+            return pieces;
+        char piece[kPieceSize];
+        while (std::fgets(piece, kPieceSize, stream))
+            pieces.Append(ZORUnicodeString(piece));
+        if (!std::feof(stream)) {
+            frame.Note("Could not read data file");
+            return pieces;
+        }
+        frame.Note("Read Stream: OK");
+        Close(frame, stream);
+        return pieces;
+    });
+}
+
+int ZORDuxServices::WriteStream(const ZORListValZORUnicodeString& iLines,
+                                const ZORUnicodeString& iFileName)
+{
+    MethodFrame frame("ZORDuxServices::WriteStream");
+    frame.Value("iFileName", iFileName);
+    return frame.Guard(ErrorReport::Short, [&] {
+        std::FILE* const stream = Open(frame, iFileName, "w");
+        if (!stream)
+            return 0;
+        for (const ZORUnicodeString& line : iLines)
+            if (std::fputs(line.ConvertToChar(), stream) == EOF) {
+                frame.Note("Write Stream: KO");
+                return 0;
+            }
+        frame.Note("Write Stream: OK");
+        return Close(frame, stream) ? 1 : 0;
+    });
+}

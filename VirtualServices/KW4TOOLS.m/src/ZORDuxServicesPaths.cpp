@@ -1,0 +1,163 @@
+// The path operations of the services: path lists, files along them, environment variables in them.
+
+#include "MethodFrame.h"
+#include "PathList.h"
+#include "VariableReference.h"
+#include "ZORDuxServices.h"
+#include "ZORGetEnv.h"
+
+#include <string>
+#include <unistd.h>
+
+namespace
+{
+
+const char kSettingsFile[] = "DUXAdmin";
+const char kSearchPath[] = "DUX_SEARCH_PATH";
+const char kSettingMark[] = "$$"; // begins an entry that names a setting
+
+bool Exists(const char* iPath)
+{
+    return access(iPath, F_OK) == 0;
+}
+
+// A file name as its directory and its base name.
+struct SplitName {
+    ZORUnicodeString directory;
+    ZORUnicodeString base;
+};
+
+SplitName Split(MethodFrame& ioFrame, const ZORUnicodeString& iFileName)
+{
+    const int slash = iFileName.SearchSubString("/", 0, ZORSearchBackward);
+    if (slash < 0) {
+        ioFrame.Note("Relative Naming Mode");
+        return {{}, iFileName};
+    }
+    ioFrame.Note("Absolute Naming Mode");
+    SplitName name{iFileName.SubString(0, slash),
+                   iFileName.SubString(slash + 1, iFileName.GetLengthInChar() - slash - 1)};
+    ioFrame.Value("ArgDir", name.directory);
+    return name;
+}
+
+// The entries of the search path joined again, each expanded and followed by a separator.
+ZORUnicodeString Expand(MethodFrame& ioFrame, ZORDuxServices& ioServices,
+                        const ZORListValZORUnicodeString& iEntries,
+                        const ZORUnicodeString& iSeparator)
+{
+    ZORUnicodeString path;
+    for (ZORUnicodeString entry : iEntries) {
+        if (entry.SearchSubString(kSettingMark, 0, ZORSearchForward) == 0) {
+            ioFrame.Note("Decode setting Path: ", entry);
+            const ZORUnicodeString setting = entry.SubString(2, entry.GetLengthInChar() - 2);
+            entry = ioServices.GetSetting(setting, kSettingsFile);
+        }
+        if (ExpandVariable(ioFrame, entry))
+            ioFrame.Note("New shell Path: ", entry);
+        path.Append(entry);
+        path.Append(iSeparator);
+    }
+    return path;
+}
+
+ZORUnicodeString Found(MethodFrame& ioFrame, const char* iLabel, const ZORUnicodeString& iPath)
+{
+    ioFrame.Note("File is found");
+    ioFrame.Value(iLabel, iPath);
+    return iPath;
+}
+
+} // namespace
+
+ZORListValZORUnicodeString ZORDuxServices::SeekPath(const ZORUnicodeString& iFullPath)
+{
+    MethodFrame frame("ZORDuxServices::SeekPath");
+    frame.Value("iFullPath", iFullPath);
+    ZORListValZORUnicodeString directories;
+    PathList pieces(iFullPath, _TheSettingSeparator);
+    while (const auto piece = pieces.Next()) {
+        ZORUnicodeString directory(*piece);
+        directory.Strip(ZORStripBoth, ' ');
+        directories.Append(std::move(directory));
+    }
+    return directories;
+}
+
+ZORUnicodeString ZORDuxServices::SeekFile(const ZORUnicodeString& iFileName,
+                                          const ZORUnicodeString& iPath)
+{
+    MethodFrame frame("ZORDuxServices::SeekFile");
+    frame.Value("iFileName", iFileName);
+    frame.Value("iPath", iPath);
+    std::string candidate;
+    PathList pieces(iPath, _TheSettingSeparator);
+    while (const auto directory = pieces.Next()) {
+        frame.Value("Path", *directory);
+        candidate.assign(*directory).append("/").append(iFileName.ConvertToChar());
+        if (Exists(candidate.c_str())) {
+            frame.Value("Path", candidate);
+            return ZORUnicodeString(candidate);
+        }
+    }
+    return {};
+}
+
+ZORUnicodeString ZORDuxServices::SearchPath(const ZORUnicodeString& iFileName)
+{
+    MethodFrame frame("ZORDuxServices::SearchPath");
+    frame.Value("iFileName", iFileName);
+    return frame.Guard(ErrorReport::Short, [&]() -> ZORUnicodeString {
+        const SplitName name = Split(frame, iFileName);
+        frame.Value("RelativeName", name.base);
+
+        frame.Note("Analyze by DUX_SEARCH_PATH: Begin");
+        const ZORUnicodeString searchPath = GetSetting(kSearchPath, kSettingsFile);
+        if (!searchPath.IsEmpty()) {
+            const ZORUnicodeString path =
+                Expand(frame, *this, SeekPath(searchPath), _TheSettingSeparator);
+            const ZORUnicodeString found = SeekFile(name.base, path);
+            if (found.GetLengthInChar() > name.base.GetLengthInChar())
+                return Found(frame, "GoodPath", found);
+        }
+
+        frame.Note("Analyze argument PATH : Begin");
+        const ZORUnicodeString found = SeekFile(name.base, name.directory);
+        // Not shorter is enough here: a name that ends in "/" counts as found even when nothing is.
+        if (found.GetLengthInChar() >= name.base.GetLengthInChar())
+            return Found(frame, "GoodPath", found);
+
+        frame.Note("Analyze in Local Directory : Begin");
+        if (Exists(name.base.ConvertToChar()))
+            return Found(frame, "RelativeName", name.base);
+        frame.Note("File not found");
+        return found;
+    });
+}
+
+ZORListValZORUnicodeString ZORDuxServices::GetEnv(const ZORUnicodeString& iEnvType)
+{
+    MethodFrame frame("ZORDuxServices::GetEnv");
+    frame.Value("iEnvType", iEnvType);
+    ZORListValZORUnicodeString directories;
+    const char* const value = ZORGetEnv(iEnvType.ConvertToChar());
+    if (!value)
+        return directories;
+    frame.Value("TheVar", std::string_view(value));
+    for (ZORUnicodeString& directory : SeekPath(value))
+        if (!directory.IsEmpty()) // a blank piece names no directory
+            directories.Append(std::move(directory));
+    return directories;
+}
+
+ZORUnicodeString ZORDuxServices::SeekEnv(const ZORUnicodeString& iPath)
+{
+    MethodFrame frame("ZORDuxServices::SeekEnv");
+    frame.Value("iPath", iPath);
+    return frame.Guard(ErrorReport::Short, [&] {
+        ZORUnicodeString path = iPath;
+        ExpandVariable(frame, path);
+        frame.Value("Path", path);
+        return path;
+    });
+}
