@@ -16,9 +16,9 @@
 
 #define ZOR_DECLARE_CLASS_STATICS                                                                  \
 public:                                                                                            \
-    static ZORMetaClass* MetaObject();                                                             \
-    static const GUID& ClassId();                                                                  \
-    static const char* ClassName();                                                                \
+    [[maybe_unused]] static ZORMetaClass* MetaObject();                                            \
+    [[maybe_unused]] static const GUID& ClassId();                                                 \
+    [[maybe_unused]] static const char* ClassName();                                               \
                                                                                                    \
 private:
 

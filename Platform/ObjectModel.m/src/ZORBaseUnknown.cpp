@@ -151,6 +151,7 @@ int ZORBaseUnknown::QueryInterface(const GUID& iInterface, void** oInterface)
 
 ZORBaseUnknown* ZORBaseUnknown::QueryInterface(const char* iInterfaceName) const
 {
+    GetImpl()->GetMetaObject(); // registers the object's own classes, so that their names are known
     const ZORMetaClass* const interface = QueryMetaObject(iInterfaceName);
     if (!interface)
         return nullptr;

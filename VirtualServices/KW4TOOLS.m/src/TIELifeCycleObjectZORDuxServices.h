@@ -5,7 +5,7 @@
 #include "ZORTie.h"
 
 // Shows the CORBA life-cycle interface on a ZORDuxServices.
-class ZOR_EXPORT TIELifeCycleObjectZORDuxServices final : public LifeCycleObject
+class TIELifeCycleObjectZORDuxServices final : public LifeCycleObject
 {
     ZOR_DECLARE_TIE(LifeCycleObject, ZORDuxServices)
 public:
@@ -13,4 +13,4 @@ public:
 };
 
 // A new adapter on a ZORDuxServices, for the dictionary.
-ZOR_EXPORT ZORBaseUnknown* CreateTIELifeCycleObjectZORDuxServices(ZORBaseUnknown* iObject);
+ZORBaseUnknown* CreateTIELifeCycleObjectZORDuxServices(ZORBaseUnknown* iObject);

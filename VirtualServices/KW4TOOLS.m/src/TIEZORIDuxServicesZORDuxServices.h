@@ -4,7 +4,7 @@
 #include "ZORTie.h"
 
 // Shows ZORIDuxServices on a ZORDuxServices.
-class ZOR_EXPORT TIEZORIDuxServicesZORDuxServices final : public ZORIDuxServices
+class TIEZORIDuxServicesZORDuxServices final : public ZORIDuxServices
 {
     ZOR_DECLARE_TIE(ZORIDuxServices, ZORDuxServices)
 public:
@@ -36,4 +36,4 @@ public:
 };
 
 // A new adapter on a ZORDuxServices, for the dictionary.
-ZOR_EXPORT ZORBaseUnknown* CreateTIEZORIDuxServicesZORDuxServices(ZORBaseUnknown* iObject);
+ZORBaseUnknown* CreateTIEZORIDuxServicesZORDuxServices(ZORBaseUnknown* iObject);
