@@ -557,6 +557,7 @@ TEST(ZORUnicodeString, CopiesAreIndependent)
         ZORUnicodeString source(bytes);
         const ZORUnicodeString copy = source;
         ZORUnicodeString assigned = "other";
+        EXPECT_EQ(assigned.GetLengthInChar(), 5);
         assigned = source;
         const int length = source.GetLengthInChar();
         source.Append("!");

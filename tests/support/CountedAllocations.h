@@ -11,12 +11,19 @@ class CountedAllocations
 {
 public:
     // Allocations of the process since this object was made.
-    long Count() const { return Total() - _Before; }
+    long Count() const { return Total() - _TotalBefore; }
+    // How many more pieces of memory are in use than when this object was made.
+    long Live() const { return InUse() - _InUseBefore; }
 
     static std::atomic<long>& Total()
     {
         static std::atomic<long> total{0};
         return total;
+    }
+    static std::atomic<long>& InUse()
+    {
+        static std::atomic<long> inUse{0};
+        return inUse;
     }
     static std::atomic<bool>& Failing()
     {
@@ -25,7 +32,8 @@ public:
     }
 
 private:
-    long _Before = Total();
+    long _TotalBefore = Total();
+    long _InUseBefore = InUse();
 };
 
 // While it lives, operator new finds no memory.
@@ -43,30 +51,35 @@ public:
 
 KW_NOT_INLINED void* operator new(std::size_t iSize, const std::nothrow_t&) noexcept
 {
+    void* const memory = CountedAllocations::Failing() ? nullptr : std::malloc(iSize ? iSize : 1);
     ++CountedAllocations::Total();
-    return CountedAllocations::Failing() ? nullptr : std::malloc(iSize ? iSize : 1);
+    if (memory)
+        ++CountedAllocations::InUse();
+    return memory;
 }
 
 KW_NOT_INLINED void* operator new(std::size_t iSize)
 {
-    if (void* memory = operator new(iSize, std::nothrow))
+    if (void* const memory = operator new(iSize, std::nothrow))
         return memory;
     throw std::bad_alloc();
 }
 
 KW_NOT_INLINED void operator delete(void* iMemory) noexcept
 {
+    if (iMemory)
+        --CountedAllocations::InUse();
     std::free(iMemory);
 }
 
 KW_NOT_INLINED void operator delete(void* iMemory, std::size_t) noexcept
 {
-    std::free(iMemory);
+    operator delete(iMemory);
 }
 
 KW_NOT_INLINED void operator delete(void* iMemory, const std::nothrow_t&) noexcept
 {
-    std::free(iMemory);
+    operator delete(iMemory);
 }
 
 #undef KW_NOT_INLINED
