@@ -11,6 +11,12 @@ namespace
 
 using Symbols = std::map<std::uintptr_t, std::string>; // demangled names by offset in the file
 
+// Without the mark of a compiler's second name for the same code.
+std::string WithoutClone(const std::string& iName)
+{
+    return iName.substr(0, iName.find(" [clone "));
+}
+
 Symbols ReadSymbols(const std::string& iLibrary)
 {
     const std::string command = "nm -C --defined-only '" + iLibrary + "'";
@@ -26,7 +32,7 @@ Symbols ReadSymbols(const std::string& iLibrary)
         // "<address> <type letter> <name>"
         const std::size_t type = text.find(' ');
         if (type != std::string::npos && text.size() > type + 3)
-            symbols[std::strtoull(text.c_str(), nullptr, 16)] = text.substr(type + 3);
+            symbols[std::strtoull(text.c_str(), nullptr, 16)] = WithoutClone(text.substr(type + 3));
     }
     std::free(line);
     pclose(output);
