@@ -22,9 +22,9 @@ class _SEQUENCE_octet;
 // one receiver for many extractions. Copies are independent of each other, sequences of anys with
 // all they hold included.
 //
-// A long is 32 bits wide; it may be stored from and extracted into `long` and `int` alike. Octets up
-// to kInlineOctets of them, and strings shorter than that, live inside the any: storing, copying and
-// dropping them allocates nothing. Where memory is needed and there is none, std::bad_alloc is
+// A long is 32 bits wide; it may be stored from and extracted into `long` and `int` alike. Octets
+// up to kInlineOctets of them, and strings shorter than that, live inside the any: storing, copying
+// and dropping them allocates nothing. Where memory is needed and there is none, std::bad_alloc is
 // thrown and the any is as it was.
 //
 // Thread rule: as for an int. Two threads may use two anys, or read one.
@@ -92,8 +92,8 @@ public:
         Become(kBoolean);
         _Held.value.truth = iValue;
     }
-    // Stores the characters up to the NUL; null is the empty string. A string of 2 GB or more raises
-    // a ZORInternalError and leaves the any as it was.
+    // Stores the characters up to the NUL; null is the empty string. A string of 2 GB or more
+    // raises a ZORInternalError and leaves the any as it was.
     void operator<<(const char* iText);
     // Stores the elements in use; of a length beyond the room, as many as there is room for.
     void operator<<(const _SEQUENCE_octet& iOctets);
@@ -118,8 +118,8 @@ public:
     bool operator>>(_SEQUENCE_octet& oOctets) const;
     bool operator>>(_SEQUENCE_CORBAAny& oAnys) const;
 
-    // The octets held, without a copy: a pointer to `oCount` of them, valid until the any changes or
-    // goes, and not null even when there are none. Null, and 0 in `oCount`, for any other kind.
+    // The octets held, without a copy: a pointer to `oCount` of them, valid until the any changes
+    // or goes, and not null even when there are none. Null, and 0 in `oCount`, for any other kind.
     const unsigned char* PeekOctets(int& oCount) const
     {
         if (_Held.kind != kOctets) {

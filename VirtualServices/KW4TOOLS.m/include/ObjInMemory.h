@@ -18,7 +18,8 @@
 class ZOR_EXPORT ObjInMemory
 {
 public:
-    // Opens a period of work and returns 1; when one is open already, changes nothing and returns 0.
+    // Opens a period of work and returns 1; when one is open already, changes nothing and returns
+    // 0.
     static int SetWorkInMemory();
     // Closes the period that is open, if any.
     static void UnsetWorkInMemory();

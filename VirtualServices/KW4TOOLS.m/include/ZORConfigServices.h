@@ -25,8 +25,8 @@
 // Thread rule: the functions share nothing; two threads may work on different sequences, and read
 // the same.
 
-// 1 when both have the same length and equal octets, else 0. Two empty ones are equal. The arguments
-// are copies.
+// 1 when both have the same length and equal octets, else 0. Two empty ones are equal. The
+// arguments are copies.
 ZOR_EXPORT int SequenceIsEqual(_SEQUENCE_octet iFirst, _SEQUENCE_octet iSecond);
 
 // 1 when an element of `iList` is the identifier that `iValue` holds, else 0; 0 for an empty list.
@@ -43,13 +43,13 @@ ZOR_EXPORT int AlreadyExist(_SEQUENCE_CORBAAny& iList, CORBAAny& iValue);
 ZOR_EXPORT void RemoveDuplicate(_SEQUENCE_CORBAAny& ioList);
 
 // The elements of `iFirst` that occur in `iSecond`, in the order of `iFirst` and as often as they
-// stand there. The result's room is the sum of both lists' rooms. Both may be the same list; neither
-// is changed.
+// stand there. The result's room is the sum of both lists' rooms. Both may be the same list;
+// neither is changed.
 //
-// An element of `iFirst` that holds no identifier stands for the one before it (the empty one at the
-// start). One of `iSecond` as well, so it finds nothing that its predecessor does not; at the start
-// of `iSecond` it stands for the empty identifier until the first identifier of `iFirst` that is not
-// empty has been looked for, and afterwards for one of `iSecond`.
+// An element of `iFirst` that holds no identifier stands for the one before it (the empty one at
+// the start). One of `iSecond` as well, so it finds nothing that its predecessor does not; at the
+// start of `iSecond` it stands for the empty identifier until the first identifier of `iFirst` that
+// is not empty has been looked for, and afterwards for one of `iSecond`.
 ZOR_EXPORT _SEQUENCE_CORBAAny SequenceCrbAnyIntersection(_SEQUENCE_CORBAAny& iFirst,
                                                          _SEQUENCE_CORBAAny& iSecond);
 
@@ -71,8 +71,8 @@ ZOR_EXPORT _SEQUENCE_CORBAAny SequenceCrbAnySubstraction(_SEQUENCE_CORBAAny& iFi
 // `iStep` is the distance of neighbouring values: 1 for unit numbers. The arithmetic is that of 32
 // bits and wraps.
 //
-// The pieces are written to `oResult` as longs in pairs of start and end; an odd number of them ends
-// with the start of an open piece. It may be one of the intervals: both are read before it is
+// The pieces are written to `oResult` as longs in pairs of start and end; an odd number of them
+// ends with the start of an open piece. It may be one of the intervals: both are read before it is
 // written. Its room becomes the larger of the length it had and the number of values.
 //
 // | code | meaning                                                        | pieces               |

@@ -48,8 +48,8 @@ private:
 };
 
 // The same in every process, and spread evenly over all 64 bits: the octets are taken 16 at a time,
-// each half keyed, and folded with the upper and lower half of their product. The length takes part,
-// so that octets and the same octets with zeros behind them differ.
+// each half keyed, and folded with the upper and lower half of their product. The length takes
+// part, so that octets and the same octets with zeros behind them differ.
 struct IdentifierHash {
     std::uint64_t operator()(const Identifier& iIdentifier) const
     {

@@ -9,8 +9,8 @@ namespace
 //
 // An element without identifier behind one with an identifier finds nothing that this one has not
 // found. Elements without identifier at the start of the list stand for what Y holds then: nothing
-// yet, which is the empty identifier, or, once a search has come as far as an identifier, one of the
-// list. So all that has to be known of Y is whether it is still empty.
+// yet, which is the empty identifier, or, once a search has come as far as an identifier, one of
+// the list. So all that has to be known of Y is whether it is still empty.
 class SearchedList
 {
 public:

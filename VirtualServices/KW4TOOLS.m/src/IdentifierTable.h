@@ -57,7 +57,10 @@ private:
     };
     static constexpr std::size_t kFewSlots = 64; // half a page of stack, and no allocation
 
-    static std::uint32_t Tag(std::uint64_t iHash) { return static_cast<std::uint32_t>(iHash >> 32); }
+    static std::uint32_t Tag(std::uint64_t iHash)
+    {
+        return static_cast<std::uint32_t>(iHash >> 32);
+    }
 
     // The slot of the identifier, or the free one where it belongs.
     std::size_t Seek(const Identifier& iIdentifier, std::uint64_t iHash) const

@@ -89,10 +89,8 @@ int SequenceInterval(_SEQUENCE_CORBAAny& iFirst, _SEQUENCE_CORBAAny& iSecond,
                      _SEQUENCE_CORBAAny& oResult, int iStep)
 {
     ZORPSNTrace trace("ZORConfigServices SequenceInterval", 42, nullptr);
-    const IntervalRelation relation =
-        RelateIntervals({BoundAt(iFirst, 0), BoundAt(iFirst, 1), BoundAt(iSecond, 0),
-                         BoundAt(iSecond, 1)},
-                        iStep);
+    const IntervalRelation relation = RelateIntervals(
+        {BoundAt(iFirst, 0), BoundAt(iFirst, 1), BoundAt(iSecond, 0), BoundAt(iSecond, 1)}, iStep);
     if (relation.count == IntervalRelation::kUntouched)
         return relation.code;
     oResult.maximum(relation.count);
