@@ -1,0 +1,49 @@
+#include "sequence.h"
+
+#include "ZORInternalError.h"
+
+#include <cctype>
+#include <string>
+
+namespace
+{
+
+// The format with "%name" replaced by "name=" and the next number; a fifth name stands alone.
+std::string Expand(const char* iFormat, const int (&iNumbers)[4])
+{
+    std::string text;
+    const int* number = iNumbers;
+    for (const char* each = iFormat; *each;) {
+        if (*each != '%') {
+            text += *each++;
+            continue;
+        }
+        for (++each; std::isalpha(static_cast<unsigned char>(*each)); ++each)
+            text += *each;
+        if (number != std::end(iNumbers))
+            text += '=' + std::to_string(*number++);
+    }
+    return text;
+}
+
+} // namespace
+
+sequence::sequence() = default;
+
+sequence::~sequence() = default;
+
+void sequence::boucle(const void* iSource, int iCount)
+{
+    for (int i = 0; i < iCount; ++i)
+        Assignation(iSource, i);
+}
+
+void sequence::exit(const char* iFormat, int iFirst, int iSecond, int iThird, int iFourth) const
+{
+    auto* const error = new ZORInternalError;
+    error->SetText(
+        ("index out of range: " + Expand(iFormat, {iFirst, iSecond, iThird, iFourth})).c_str());
+    error->Throw("Platform/Sequences.m/src/sequence", 43);
+}
+
+void sequence::Assignation(const void*, int) {}
