@@ -6,8 +6,7 @@
 #include "ZORIContainer.h"
 #include "ZORListValZORUnicodeString.h"
 #include "ZORUnicodeString.h"
-
-class _SEQUENCE_octet;
+#include "_SEQUENCE_octet.h"
 
 // The common services: search paths, settings, environment, line files, file checks, identifiers,
 // schemas and containers.

@@ -1,7 +1,5 @@
 #include "TIEZORIDuxServicesZORDuxServices.h"
 
-#include "_SEQUENCE_octet.h"
-
 ZOR_IMPLEMENT_TIE(ZORIDuxServices, ZORDuxServices, ZORKindTie)
 
 ZORUnicodeString TIEZORIDuxServicesZORDuxServices::SeekFile(const ZORUnicodeString& iFileName,

@@ -1,0 +1,72 @@
+// Operations of the services whose own parts are not built yet: each raises an error that says so.
+
+#include "MethodFrame.h"
+#include "ServicesErrors.h"
+#include "ZORDuxServices.h"
+#include "ZORInternalError.h"
+
+#include <string>
+
+namespace
+{
+
+template <class Result>
+Result Unfinished(const char* iMethod)
+{
+    MethodFrame frame(iMethod);
+    return frame.Guard(ErrorReport::Short, [&]() -> Result {
+        (new ZORInternalError)
+            ->SetText((std::string(iMethod) + " is not available in this version.").c_str())
+            .Throw(kServicesFile, __LINE__);
+        return Result();
+    });
+}
+
+} // namespace
+
+ZORUnicodeString ZORDuxServices::GetSettingSeparator()
+{
+    return Unfinished<ZORUnicodeString>("ZORDuxServices::GetSettingSeparator");
+}
+
+void ZORDuxServices::PutSettingSeparator(const ZORUnicodeString&)
+{
+    Unfinished<void>("ZORDuxServices::PutSettingSeparator");
+}
+
+ZORUnicodeString ZORDuxServices::GetSetting(const ZORUnicodeString&, const ZORUnicodeString&)
+{
+    return Unfinished<ZORUnicodeString>("ZORDuxServices::GetSetting");
+}
+
+void ZORDuxServices::PutSetting(const ZORUnicodeString&, const ZORUnicodeString&,
+                                const ZORUnicodeString&)
+{
+    Unfinished<void>("ZORDuxServices::PutSetting");
+}
+
+void ZORDuxServices::RemoveSetting(const ZORUnicodeString&, const ZORUnicodeString&)
+{
+    Unfinished<void>("ZORDuxServices::RemoveSetting");
+}
+
+ZORListValZORUnicodeString ZORDuxServices::ListOfSettingVariables(const ZORUnicodeString&)
+{
+    return Unfinished<ZORListValZORUnicodeString>("ZORDuxServices::ListOfSettingVariables");
+}
+
+void ZORDuxServices::LoadSchema(const ZORUnicodeString&)
+{
+    Unfinished<void>("ZORDuxServices::LoadSchema");
+}
+
+ZORListValZORUnicodeString ZORDuxServices::GetDynamicObjList(const ZORUnicodeString&)
+{
+    return Unfinished<ZORListValZORUnicodeString>("ZORDuxServices::GetDynamicObjList");
+}
+
+ZORIContainer_var ZORDuxServices::CreateSimpleContainer(const ZORUnicodeString&,
+                                                        const ZORUnicodeString&)
+{
+    return Unfinished<ZORIContainer_var>("ZORDuxServices::CreateSimpleContainer");
+}
