@@ -1,0 +1,95 @@
+#include "ZORDUXNLSError.h"
+
+#include "VirtualTable.h"
+#include "ZORHandle.h"
+#include "ZORMetaClass.h"
+#include "ZORRaisedError.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+using ::testing::ElementsAre;
+
+TEST(ZORDUXNLSError, BeginsBare)
+{
+    ZORDUXNLSError error;
+    EXPECT_EQ(error.GetId(), 0U);
+    EXPECT_EQ(error.GetMessage(), "");
+    EXPECT_EQ(ZORDUXNLSError(77).GetId(), 77U);
+}
+
+TEST(ZORDUXNLSError, HasTheIdentityOfItsClass)
+{
+    ZORMetaClass* const meta = ZORDUXNLSError::MetaObject();
+    EXPECT_EQ(ZORDUXNLSError::MetaObject(), meta);
+    EXPECT_EQ(QueryMetaObject("ZORDUXNLSError"), meta);
+    EXPECT_STREQ(ZORDUXNLSError::ClassName(), "ZORDUXNLSError");
+    EXPECT_EQ(ZORDUXNLSError::ClassId(), meta->GetClassId());
+    EXPECT_EQ(QueryMetaObject(ZORDUXNLSError::ClassId()), meta);
+    EXPECT_EQ(meta->GetKind(), 1);
+    EXPECT_EQ(meta->GetParent(), ZORInternalError::MetaObject());
+    EXPECT_EQ(ZORDUXNLSError::CreateItself(), nullptr);
+
+    ZORDUXNLSError error;
+    EXPECT_EQ(error.GetMetaObject(), meta);
+    EXPECT_STREQ(error.IsA(), "ZORDUXNLSError");
+    for (const char* name : {"ZORDUXNLSError", "ZORInternalError", "ZORError", "ZORBaseUnknown"})
+        EXPECT_EQ(error.IsAKindOf(name), 1) << name;
+    EXPECT_EQ(error.IsAKindOf("ZORDuxServicesMsg"), 0);
+}
+
+TEST(ZORDUXNLSError, SetupAddsAPlaceAndReturnsTheError)
+{
+    ZORDUXNLSError error;
+    EXPECT_EQ(&error.Setup("some/File", 12), &error);
+    EXPECT_STREQ(error.GetFile(), "some/File");
+    EXPECT_EQ(error.GetLine(), 12);
+    EXPECT_EQ(error.ZORError::GetMessage(0), "ZORDUXNLSError raised in some/File, line 12");
+    EXPECT_EQ(error.GetMessage(1), "ZORDUXNLSError (0x0) raised in some/File, line 12");
+    EXPECT_EQ(error.GetMessage(), "");
+}
+
+TEST(ZORDUXNLSError, AlwaysReportsOneDescriptorThatIsAllZero)
+{
+    ZORDUXNLSError error;
+    unsigned int count = 0;
+    const ZORErrDsc* table = nullptr;
+    error.GetErrorTable(&count, &table);
+    EXPECT_EQ(count, 1U);
+    EXPECT_EQ(table, ZORDUXNLSError::errorTable);
+    EXPECT_EQ(table->id, 0U);
+    EXPECT_EQ(table->text, nullptr);
+    EXPECT_EQ(ZORDUXNLSError::errorTableLength, 1U);
+}
+
+TEST(ZORDUXNLSError, AClonedErrorIsOneOfItsOwn)
+{
+    ZORDUXNLSError error(5);
+    error.SetText("Out of paper.").Setup("some/File", 12);
+    const ZORHandle<ZORError> clone(error.CloneSelf());
+    clone->Release();
+    EXPECT_STREQ(clone->IsA(), "ZORDUXNLSError");
+    EXPECT_EQ(clone->GetMessage(1), error.GetMessage(1));
+    EXPECT_EQ(clone->GetLine(), 12);
+    error.SetText("Out of ink.");
+    EXPECT_EQ(clone->GetMessage(0), "Out of paper.");
+}
+
+TEST(ZORDUXNLSError, KeepsTheOrderOfItsVirtualOperations)
+{
+    ZORDUXNLSError error;
+    EXPECT_THAT(
+        VirtualTable(&error, 18),
+        ElementsAre(
+            "ZORBaseUnknown::QueryInterface(GUID const&, void**)", "ZORBaseUnknown::AddRef()",
+            "ZORBaseUnknown::Release()", "ZORDUXNLSError::~ZORDUXNLSError()",
+            "ZORDUXNLSError::~ZORDUXNLSError()", "ZORDUXNLSError::GetMetaObject() const",
+            "ZORDUXNLSError::IsA() const", "ZORDUXNLSError::IsAKindOf(char const*) const",
+            "ZORBaseUnknown::IsNull() const",
+            "ZORBaseUnknown::IsEqual(ZORBaseUnknown const*) const",
+            "ZORBaseUnknown::SetImpl(ZORBaseUnknown*)",
+            "ZORBaseUnknown::QueryInterface(char const*) const", "ZORError::GetMessage(int)",
+            "ZORError::Display(int, std::ostream&)", "ZORError::PrintHistory(std::ostream&)",
+            "ZORError::Throw(char const*, int)", "ZORDUXNLSError::CloneSelf()",
+            "ZORDUXNLSError::GetErrorTable(unsigned int*, ZORErrDsc const**)"));
+}

@@ -1,0 +1,47 @@
+#!/usr/bin/env bash
+# run.sh SOURCE BUILD CXX: installs the build into a folder, moves the folder, and builds against it: a consumer with
+# CMake, one with pkg-config and the bare compiler, and the library itself on the installed platform.
+set -euo pipefail
+
+source=$1
+build=$2
+cxx=$3
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+unset DESTDIR
+
+cmake --install "$build" --prefix "$work/first" >/dev/null
+mv "$work/first" "$work/prefix"
+prefix=$work/prefix
+libraries=$(dirname "$(find "$prefix" -name libKW4TOOLS.so)")
+
+mkdir -p "$work/site/parts"
+echo x >"$work/site/parts/plate"
+export ZOR_SETTINGS_PATH=$work/settings
+
+check() {
+    local found
+    found=$(LD_LIBRARY_PATH=$libraries "$1" plate "$work/site/none:$work/site/parts")
+    [ "$found" = "$work/site/parts/plate" ] || {
+        echo "$1 found '$found'"
+        exit 1
+    }
+}
+
+cmake -S "$source/tests/install/cmake_consumer" -B "$work/cmake" -DCMAKE_CXX_COMPILER="$cxx" \
+    -DCMAKE_PREFIX_PATH="$prefix" >/dev/null
+cmake --build "$work/cmake" >/dev/null
+check "$work/cmake/consumer"
+echo "A consumer built with CMake works."
+
+export PKG_CONFIG_PATH=$libraries/pkgconfig
+# shellcheck disable=SC2046
+"$cxx" -std=c++17 -Wall -Wextra -Werror "$source/tests/install/consumer.cpp" -o "$work/plain" \
+    $(pkg-config --cflags --libs kw4tools)
+check "$work/plain"
+echo "A consumer built with pkg-config works."
+
+cmake -S "$source" -B "$work/library" -DCMAKE_CXX_COMPILER="$cxx" -DCMAKE_PREFIX_PATH="$prefix" \
+    -DCMAKE_BUILD_TYPE=Debug -DKW4TOOLS_PLATFORM=installed -DKW4TOOLS_TOOLS=OFF -DKW4TOOLS_TESTS=OFF >/dev/null
+cmake --build "$work/library" -j "$(nproc)" >/dev/null
+echo "The library builds against the installed platform."
