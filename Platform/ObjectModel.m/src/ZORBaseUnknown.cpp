@@ -54,6 +54,7 @@ ZORBaseUnknown::ZORBaseUnknown() = default;
 
 ZORBaseUnknown::ZORBaseUnknown(const ZORBaseUnknown&) {}
 
+// NOLINTNEXTLINE(bugprone-unhandled-self-assignment): nothing is assigned
 ZORBaseUnknown& ZORBaseUnknown::operator=(const ZORBaseUnknown&)
 {
     return *this;

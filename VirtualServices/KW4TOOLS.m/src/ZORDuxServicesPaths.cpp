@@ -122,7 +122,7 @@ ZORUnicodeString ZORDuxServices::SearchPath(const ZORUnicodeString& iFileName)
         }
 
         frame.Note("Analyze argument PATH : Begin");
-        const ZORUnicodeString found = SeekFile(name.base, name.directory);
+        ZORUnicodeString found = SeekFile(name.base, name.directory);
         // Not shorter is enough here: a name that ends in "/" counts as found even when nothing is.
         if (found.GetLengthInChar() >= name.base.GetLengthInChar())
             return Found(frame, "GoodPath", found);
