@@ -126,7 +126,8 @@ TEST(ZORListValZORUnicodeString, AppendsCopies)
     ZORListValZORUnicodeString list;
     list.Append(text);
     text = "other";
-    EXPECT_EQ(list[1], kLong.c_str());
+    list.Append(text);
+    EXPECT_THAT(list, ElementsAre(kLong.c_str(), "other"));
 }
 
 TEST(ZORListValZORUnicodeString, AppendsByMovingWhatIsGivenAway)

@@ -11,37 +11,36 @@ class CountedAllocations
 {
 public:
     // Allocations of the process since this object was made.
-    long Count() const { return Total() - _TotalBefore; }
+    long Count() const { return _Total - _TotalBefore; }
     // How many more pieces of memory are in use than when this object was made.
-    long Live() const { return InUse() - _InUseBefore; }
-
-    static std::atomic<long>& Total()
-    {
-        static std::atomic<long> total{0};
-        return total;
-    }
-    static std::atomic<long>& InUse()
-    {
-        static std::atomic<long> inUse{0};
-        return inUse;
-    }
-    static std::atomic<bool>& Failing()
-    {
-        static std::atomic<bool> failing{false};
-        return failing;
-    }
+    long Live() const { return _InUse - _InUseBefore; }
 
 private:
-    long _TotalBefore = Total();
-    long _InUseBefore = InUse();
+    friend class ScopedMemoryShortage;
+    friend void* operator new(std::size_t, const std::nothrow_t&) noexcept;
+    friend void operator delete(void*) noexcept;
+
+    // Counted in relaxed order: counting must not order the threads of a test, which would hide
+    // their races.
+    static void Add(std::atomic<long>& ioCounter, long iNumber)
+    {
+        ioCounter.fetch_add(iNumber, std::memory_order_relaxed);
+    }
+
+    static inline std::atomic<long> _Total{0};
+    static inline std::atomic<long> _InUse{0};
+    static inline std::atomic<bool> _Failing{false};
+
+    long _TotalBefore = _Total;
+    long _InUseBefore = _InUse;
 };
 
 // While it lives, operator new finds no memory.
 class ScopedMemoryShortage
 {
 public:
-    ScopedMemoryShortage() { CountedAllocations::Failing() = true; }
-    ~ScopedMemoryShortage() { CountedAllocations::Failing() = false; }
+    ScopedMemoryShortage() { CountedAllocations::_Failing = true; }
+    ~ScopedMemoryShortage() { CountedAllocations::_Failing = false; }
     ScopedMemoryShortage(const ScopedMemoryShortage&) = delete;
     ScopedMemoryShortage& operator=(const ScopedMemoryShortage&) = delete;
 };
@@ -51,10 +50,12 @@ public:
 
 KW_NOT_INLINED void* operator new(std::size_t iSize, const std::nothrow_t&) noexcept
 {
-    void* const memory = CountedAllocations::Failing() ? nullptr : std::malloc(iSize ? iSize : 1);
-    ++CountedAllocations::Total();
+    CountedAllocations::Add(CountedAllocations::_Total, 1);
+    if (CountedAllocations::_Failing.load(std::memory_order_relaxed))
+        return nullptr;
+    void* const memory = std::malloc(iSize ? iSize : 1);
     if (memory)
-        ++CountedAllocations::InUse();
+        CountedAllocations::Add(CountedAllocations::_InUse, 1);
     return memory;
 }
 
@@ -68,7 +69,7 @@ KW_NOT_INLINED void* operator new(std::size_t iSize)
 KW_NOT_INLINED void operator delete(void* iMemory) noexcept
 {
     if (iMemory)
-        --CountedAllocations::InUse();
+        CountedAllocations::Add(CountedAllocations::_InUse, -1);
     std::free(iMemory);
 }
 
