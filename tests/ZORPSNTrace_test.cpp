@@ -138,6 +138,16 @@ TEST(ZORPSNTrace, AnErrorOfTheSinkDoesNotLeaveAClosingScope)
     EXPECT_EQ(ZORPSNTrace("After", 42, nullptr).GetIndent(), 0);
 }
 
+TEST(ZORPSNTrace, AnErrorOfTheSinkWhileAScopeOpensLeavesTheDepthAsItWas)
+{
+    TraceLines lines;
+    ZORPSNTrace::SetCallLines(true);
+    lines.onLine = [](const std::string&) { throw 1; };
+    EXPECT_THROW(ZORPSNTrace("Method", 42, nullptr), int);
+    lines.onLine = nullptr;
+    EXPECT_EQ(ZORPSNTrace("After", 42, nullptr).GetIndent(), 0);
+}
+
 TEST(ZORPSNTrace, WritesToStandardErrorByDefault)
 {
     const CapturedOutput output(STDERR_FILENO);

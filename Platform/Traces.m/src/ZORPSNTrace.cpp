@@ -86,9 +86,10 @@ ZORPSNTraceLigne::~ZORPSNTraceLigne() = default;
 
 void ZORPSNTrace::Open(const char* iText)
 {
-    _Depth = depth++;
+    _Depth = depth;
     if (Output::Instance().callLines)
-        WriteCall("> ", iText);
+        WriteCall("> ", iText); // when this raises, the scope was never open
+    ++depth;
 }
 
 void ZORPSNTrace::Close()

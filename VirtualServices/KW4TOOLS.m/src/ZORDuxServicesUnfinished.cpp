@@ -24,37 +24,6 @@ Result Unfinished(const char* iMethod)
 
 } // namespace
 
-ZORUnicodeString ZORDuxServices::GetSettingSeparator()
-{
-    return Unfinished<ZORUnicodeString>("ZORDuxServices::GetSettingSeparator");
-}
-
-void ZORDuxServices::PutSettingSeparator(const ZORUnicodeString&)
-{
-    Unfinished<void>("ZORDuxServices::PutSettingSeparator");
-}
-
-ZORUnicodeString ZORDuxServices::GetSetting(const ZORUnicodeString&, const ZORUnicodeString&)
-{
-    return Unfinished<ZORUnicodeString>("ZORDuxServices::GetSetting");
-}
-
-void ZORDuxServices::PutSetting(const ZORUnicodeString&, const ZORUnicodeString&,
-                                const ZORUnicodeString&)
-{
-    Unfinished<void>("ZORDuxServices::PutSetting");
-}
-
-void ZORDuxServices::RemoveSetting(const ZORUnicodeString&, const ZORUnicodeString&)
-{
-    Unfinished<void>("ZORDuxServices::RemoveSetting");
-}
-
-ZORListValZORUnicodeString ZORDuxServices::ListOfSettingVariables(const ZORUnicodeString&)
-{
-    return Unfinished<ZORListValZORUnicodeString>("ZORDuxServices::ListOfSettingVariables");
-}
-
 void ZORDuxServices::LoadSchema(const ZORUnicodeString&)
 {
     Unfinished<void>("ZORDuxServices::LoadSchema");

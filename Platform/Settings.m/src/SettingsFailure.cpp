@@ -1,0 +1,42 @@
+#include "SettingsFailure.h"
+
+#include "ZORSettingError.h"
+
+#include <algorithm>
+#include <new>
+#include <system_error>
+
+TextPosition PositionOf(std::string_view iText, std::size_t iOffset)
+{
+    const std::string_view before = iText.substr(0, iOffset);
+    const auto breaks = std::count(before.begin(), before.end(), '\n');
+    const std::size_t begin = before.rfind('\n') + 1; // npos + 1 is the beginning of the text
+    std::string_view line = before.substr(begin);
+    if (begin == 0 && line.starts_with("\xEF\xBB\xBF"))
+        line.remove_prefix(3);
+    const auto characters = std::count_if(line.begin(), line.end(), [](char each) {
+        return (static_cast<unsigned char>(each) & 0xC0) != 0x80;
+    });
+    return {static_cast<std::size_t>(breaks) + 1, static_cast<std::size_t>(characters) + 1};
+}
+
+void RaiseFailure(const std::string& iFile, const std::string& iWhat)
+{
+    auto* const error = new ZORSettingError;
+    if (!error)
+        throw std::bad_alloc();
+    error->SetText(ZORUnicodeString("settings file " + iFile + ": " + iWhat));
+    error->Throw("Platform/Settings.m/src/SettingsFailure", __LINE__);
+    throw std::bad_alloc(); // not reached: Throw of this class does not return
+}
+
+void RaiseSystemFailure(const std::string& iFile, const std::string& iStep, int iError)
+{
+    RaiseFailure(iFile, "cannot " + iStep + ": " + std::system_category().message(iError));
+}
+
+void RaiseDamage(const std::string& iFile, TextPosition iWhere, const std::string& iWhat)
+{
+    RaiseFailure(iFile, "line " + std::to_string(iWhere.line) + ", column " +
+                            std::to_string(iWhere.column) + ": " + iWhat);
+}

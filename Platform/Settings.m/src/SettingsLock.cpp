@@ -1,0 +1,114 @@
+#include "SettingsLock.h"
+
+#include "SettingsFailure.h"
+
+#include <chrono>
+#include <cstdio>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <thread>
+
+namespace
+{
+
+using Clock = std::chrono::steady_clock;
+
+constexpr std::chrono::seconds kLongestWait(10);
+// Short enough that a writer who takes the lock again and again does not starve the others.
+constexpr std::chrono::microseconds kStep(100);
+
+// Pids are written in a line of fixed length, so that a shorter one covers a longer.
+constexpr int kPidLine = 11;
+
+// Read and write permission for those who may write.
+mode_t ModeForWriters(mode_t iMode)
+{
+    const mode_t writers = iMode & (S_IWUSR | S_IWGRP | S_IWOTH);
+    return writers | writers << 1;
+}
+
+} // namespace
+
+SettingsLock::SettingsLock(const std::string& iFile, int iDirectory, const std::string& iName,
+                           const struct stat* iTarget)
+    : _File(iFile), _Name(iName)
+{
+    Open(iDirectory);
+    struct stat status;
+    if (fstat(_Lock.Get(), &status) != 0)
+        RaiseSystemFailure(_File, "look at its lock " + _Name, errno);
+    if (!S_ISREG(status.st_mode))
+        RaiseFailure(_File, "its lock " + _Name + " is not a regular file");
+    if (iTarget)
+        LetWritersIn(status, *iTarget);
+    Wait();
+    WritePid();
+}
+
+SettingsLock::~SettingsLock()
+{
+    // Closing alone would leave the lock with a child that was forked meanwhile.
+    flock(_Lock.Get(), LOCK_UN);
+}
+
+void SettingsLock::Open(int iDirectory)
+{
+    constexpr int flags = O_RDWR | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY;
+    const auto open = [&](int iMore) {
+        return Uninterrupted(
+            [&] { return openat(iDirectory, _Name.c_str(), flags | iMore, 0666); });
+    };
+    // Tried without O_CREAT first: in a directory that anybody may write to, a system may refuse
+    // that for a file of somebody else's.
+    _Lock = Descriptor(open(0));
+    if (!_Lock && errno == ENOENT)
+        _Lock = Descriptor(open(O_CREAT));
+    if (!_Lock)
+        RaiseSystemFailure(_File, "open its lock " + _Name, errno);
+}
+
+// A lock file that root made for a user's file, or a user for a file of the group's, must not keep
+// the others out. Only its owner can see to that. For anybody else it was good enough: it is open.
+void SettingsLock::LetWritersIn(const struct stat& iLock, const struct stat& iTarget)
+{
+    const uid_t self = geteuid();
+    if (iLock.st_uid != self && self != 0)
+        return;
+    bool done = true;
+    if (iLock.st_uid != iTarget.st_uid || iLock.st_gid != iTarget.st_gid)
+        done = fchown(_Lock.Get(), iTarget.st_uid, iTarget.st_gid) == 0 ||
+               fchown(_Lock.Get(), iLock.st_uid, iTarget.st_gid) == 0;
+    if (done && (iLock.st_mode & 0777) != ModeForWriters(iTarget.st_mode))
+        static_cast<void>(fchmod(_Lock.Get(), ModeForWriters(iTarget.st_mode)));
+}
+
+void SettingsLock::Wait()
+{
+    const Clock::time_point end = Clock::now() + kLongestWait;
+    while (Uninterrupted([&] { return flock(_Lock.Get(), LOCK_EX | LOCK_NB); }) != 0) {
+        if (errno != EWOULDBLOCK)
+            RaiseSystemFailure(_File, "lock it by " + _Name, errno);
+        if (Clock::now() >= end)
+            RaiseFailure(_File, "cannot lock it by " + _Name + ": " + Holder() +
+                                    " has held the lock for 10 seconds");
+        std::this_thread::sleep_for(kStep);
+    }
+}
+
+void SettingsLock::WritePid()
+{
+    char line[kPidLine + 1];
+    std::snprintf(line, sizeof line, "%-10d\n", static_cast<int>(getpid()));
+    const ssize_t written = Uninterrupted([&] { return pwrite(_Lock.Get(), line, kPidLine, 0); });
+    if (written != kPidLine)
+        RaiseSystemFailure(_File, "write to its lock " + _Name, written < 0 ? errno : ENOSPC);
+}
+
+std::string SettingsLock::Holder() const
+{
+    char line[kPidLine + 1] = {};
+    int pid = 0;
+    if (pread(_Lock.Get(), line, kPidLine, 0) <= 0 || std::sscanf(line, "%d", &pid) != 1)
+        return "another process";
+    return "process " + std::to_string(pid);
+}

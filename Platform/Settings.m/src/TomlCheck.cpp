@@ -1,0 +1,38 @@
+// The library's own assertions are compiled out: some of them do not hold for damaged text, and
+// what follows them deals with it. NDEBUG would turn them into promises to the compiler instead.
+#undef NDEBUG
+#define TOML_ASSERT(iCondition) static_cast<void>(0)
+#define TOML_HEADER_ONLY 1
+#define TOML_ENABLE_FORMATTERS 0
+#define TOML_ENABLE_UNRELEASED_FEATURES 0
+#include <toml++/toml.h>
+
+#include "TomlCheck.h"
+
+#include <algorithm>
+
+namespace
+{
+
+bool IsTable(const toml::node& iNode)
+{
+    const toml::array* const list = iNode.as_array();
+    if (!list)
+        return iNode.is_table();
+    return std::any_of(list->begin(), list->end(),
+                       [](const toml::node& each) { return each.is_table() || each.is_array(); });
+}
+
+} // namespace
+
+std::optional<TomlDamage> CheckToml(std::string_view iText, std::vector<TomlName>& oNames)
+{
+    try {
+        for (const auto& [name, node] : toml::parse(iText))
+            oNames.push_back({std::string(name.str()), IsTable(node)});
+        return std::nullopt;
+    } catch (const toml::parse_error& error) {
+        const toml::source_position where = error.source().begin;
+        return TomlDamage{{where.line, where.column}, std::string(error.description())};
+    }
+}
