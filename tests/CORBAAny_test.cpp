@@ -53,28 +53,35 @@ struct Receivers {
     _SEQUENCE_octet octets = Octets("before");
     _SEQUENCE_CORBAAny anys = Longs({4713});
 
-    // One line for each receiver that the any does not leave alone.
+    // What the any gave, one line for each receiver it was given to.
     std::vector<std::string> Taken(const CORBAAny& iAny)
     {
         std::vector<std::string> taken;
-        const auto note = [&](bool iFound, const std::string& iWhat, bool iChanged) {
-            if (iFound)
-                taken.push_back(iWhat);
-            EXPECT_TRUE(iFound || !iChanged) << iWhat << " was changed without success";
-        };
-        note(iAny >> number, "long " + std::to_string(number), number != 4711);
-        note(iAny >> shortNumber, "int " + std::to_string(shortNumber), shortNumber != 4712);
-        note(iAny >> real, "double " + std::to_string(real), real != 0.5);
-        note(iAny >> truth, truth ? "true" : "false", !truth);
-        note(iAny >> text, std::string("string ") + text, text != std::string("before"));
-        note(iAny >> octets, "octets " + Told(octets), Told(octets) != "before");
-        const bool found = iAny >> anys;
-        const std::vector<std::string> told = Told(anys);
-        std::string joined;
-        for (const std::string& each : told)
-            joined += ' ' + each;
-        note(found, "anys" + joined, joined != " 4713");
+        const std::vector<std::string> before = Contents();
+        const bool found[] = {iAny >> number, iAny >> shortNumber, iAny >> real, iAny >> truth,
+                              iAny >> text,   iAny >> octets,      iAny >> anys};
+        const std::vector<std::string> after = Contents();
+        for (std::size_t i = 0; i < after.size(); ++i)
+            if (found[i])
+                taken.push_back(after[i]);
+            else
+                EXPECT_EQ(after[i], before[i]) << "changed without success";
         return taken;
+    }
+
+private:
+    std::vector<std::string> Contents() const
+    {
+        std::string elements;
+        for (const std::string& each : Told(anys))
+            elements += ' ' + each;
+        return {"long " + std::to_string(number),
+                "int " + std::to_string(shortNumber),
+                "double " + std::to_string(real),
+                truth ? "true" : "false",
+                std::string("string ") + text,
+                "octets " + Told(octets),
+                "anys" + elements};
     }
 };
 
@@ -365,9 +372,9 @@ TEST(CORBAAny, ShowsItsOctetsWithoutACopy)
     for (const Row& row : Rows()) {
         int count = -1;
         const CORBAAny any = Filled(row.fill);
-        EXPECT_EQ(any.PeekOctets(count) != nullptr, row.type == CORBAAny::kOctets) << row.what;
-        if (row.type != CORBAAny::kOctets)
-            EXPECT_EQ(count, 0) << row.what;
+        const bool shown = any.PeekOctets(count) != nullptr;
+        EXPECT_EQ(shown, row.type == CORBAAny::kOctets) << row.what;
+        EXPECT_TRUE(shown || count == 0) << row.what;
     }
 }
 

@@ -4,14 +4,14 @@
 #include "ZORRaisedError.h"
 
 #include <dlfcn.h>
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
-#include <numeric>
+#include <cstring>
 
 namespace
 {
 
-// Squares over a plain array, which shows what the copy loop does: an element's copy is negative.
+// Numbers in a plain array. A copied one is negative, which shows who copied it.
 class Numbers final : public sequence
 {
 public:
