@@ -246,8 +246,9 @@ TEST(CORBAAny, HoldsEveryDouble)
 
 TEST(CORBAAny, TakesNullForTheEmptyString)
 {
+    const CORBAAny any = Holding<const char*>(nullptr);
     const char* text = "before";
-    EXPECT_TRUE(Holding<const char*>(nullptr) >> text);
+    EXPECT_TRUE(any >> text);
     EXPECT_STREQ(text, "");
 }
 

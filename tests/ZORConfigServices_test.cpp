@@ -474,7 +474,7 @@ void CompareWithPlain(unsigned iSeed, int iMostElements)
 
 TEST(ZORConfigServices, AgreesWithThePlainAlgorithmsOnShortLists)
 {
-    for (unsigned seed = 0; seed < 20000 && !HasFailure(); ++seed)
+    for (unsigned seed = 0; seed < 10000 && !HasFailure(); ++seed)
         CompareWithPlain(seed, 6);
 }
 
