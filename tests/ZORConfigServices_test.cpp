@@ -268,17 +268,48 @@ TEST(ZORConfigServices, ReturnsAListThatCanBeGivenToTheNextFunction)
     EXPECT_THAT(Told(list), ElementsAre("\"p\""));
 }
 
+namespace
+{
+
+// The method trace with a line for each scope that opens and closes, while it lives.
+class TracedCalls
+{
+public:
+    TracedCalls()
+    {
+        ZORPSNTrace::SetSink(
+            [](const char* iLine, std::size_t iLength, void* iContext) {
+                static_cast<std::string*>(iContext)->append(iLine, iLength);
+            },
+            &_Text);
+        ZORPSNTrace::SetCallLines(true);
+        ZORPSNTrace::SetActiveLevel(42);
+    }
+    ~TracedCalls()
+    {
+        ZORPSNTrace::SetActiveLevel(ZORPSNTrace::kOff);
+        ZORPSNTrace::SetCallLines(false);
+        ZORPSNTrace::SetSink(nullptr, nullptr);
+    }
+    TracedCalls(const TracedCalls&) = delete;
+    TracedCalls& operator=(const TracedCalls&) = delete;
+
+    std::string Of(const std::function<void()>& iCall)
+    {
+        _Text.clear();
+        iCall();
+        return _Text;
+    }
+
+private:
+    std::string _Text;
+};
+
+} // namespace
+
 TEST(ZORConfigServices, OpensOneTraceScopeForEachCall)
 {
-    std::string traced;
-    ZORPSNTrace::SetSink(
-        [](const char* iLine, std::size_t iLength, void* iContext) {
-            static_cast<std::string*>(iContext)->append(iLine, iLength);
-        },
-        &traced);
-    ZORPSNTrace::SetCallLines(true);
-    ZORPSNTrace::SetActiveLevel(42);
-
+    TracedCalls trace;
     _SEQUENCE_CORBAAny list = Identifiers({"p", "q", "p"});
     _SEQUENCE_CORBAAny interval = Longs({1, 2});
     _SEQUENCE_CORBAAny result;
@@ -294,8 +325,7 @@ TEST(ZORConfigServices, OpensOneTraceScopeForEachCall)
         {"ObjInMemory::WorkInMemory", [] { ObjInMemory::WorkInMemory(); }},
     };
     for (const auto& [name, call] : calls) {
-        traced.clear();
-        call();
+        const std::string traced = trace.Of(call);
         const std::string method = std::string("ZORConfigServices ") + name;
         EXPECT_EQ(std::count(traced.begin(), traced.end(), '\n'), 2) << traced;
         const std::size_t opened = traced.find(method);
@@ -303,11 +333,8 @@ TEST(ZORConfigServices, OpensOneTraceScopeForEachCall)
         EXPECT_NE(traced.find(method, opened + 1), std::string::npos) << traced;
     }
     ZORPSNTrace::SetActiveLevel(41);
-    traced.clear();
     for (const auto& [name, call] : calls)
-        call();
-    EXPECT_EQ(traced, "");
-    ZORPSNTrace::SetSink(nullptr, nullptr);
+        EXPECT_EQ(trace.Of(call), "") << name;
 }
 
 // A second opinion: what the functions are defined by, step by step, with nothing saved.
