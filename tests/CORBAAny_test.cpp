@@ -1,6 +1,6 @@
 #include "CORBAAny.h"
 
-#include "Allocations.h"
+#include "CountedAllocations.h"
 #include "Sequences.h"
 #include "ZORRaisedError.h"
 
@@ -385,7 +385,7 @@ TEST(CORBAAny, KeepsUpTo40OctetsWithoutAnAllocation)
          {std::size_t{0}, std::size_t{16}, std::size_t{36}, std::size_t{40}}) {
         const _SEQUENCE_octet source = Octets(std::string(count, 'i'));
         _SEQUENCE_octet receiver = source;
-        const long before = Allocations::Count();
+        const CountedAllocations allocations;
         {
             CORBAAny any;
             any << source;
@@ -394,14 +394,14 @@ TEST(CORBAAny, KeepsUpTo40OctetsWithoutAnAllocation)
             copy = std::move(any);
             copy >> receiver;
         }
-        EXPECT_EQ(Allocations::Count(), before) << count;
+        EXPECT_EQ(allocations.Count(), 0) << count;
     }
 }
 
 TEST(CORBAAny, KeepsPlainValuesAndShortStringsWithoutAnAllocation)
 {
     const std::string text(39, 't');
-    const long before = Allocations::Count();
+    const CountedAllocations allocations;
     {
         CORBAAny any;
         any << 1;
@@ -411,16 +411,16 @@ TEST(CORBAAny, KeepsPlainValuesAndShortStringsWithoutAnAllocation)
         any << text.c_str();
         const CORBAAny copy = any;
     }
-    EXPECT_EQ(Allocations::Count(), before);
+    EXPECT_EQ(allocations.Count(), 0);
 }
 
 TEST(CORBAAny, AllocatesNothingForAnExtractionIntoEnoughRoom)
 {
     const CORBAAny any = HoldingOctets(Large('r'));
     _SEQUENCE_octet receiver = Octets(Large('q'));
-    const long before = Allocations::Count();
+    const CountedAllocations allocations;
     any >> receiver;
-    EXPECT_EQ(Allocations::Count(), before);
+    EXPECT_EQ(allocations.Count(), 0);
 }
 
 TEST(CORBAAny, IsAsItWasWhenThereIsNoMemory)
@@ -433,7 +433,7 @@ TEST(CORBAAny, IsAsItWasWhenThereIsNoMemory)
     for (const Row& row : Rows()) {
         CORBAAny any = Filled(row.fill);
         const auto fails = [&](long iAfter, auto iStore) {
-            const Allocations::FailAfter few(iAfter);
+            const ScopedMemoryShortage shortage(iAfter);
             EXPECT_THROW(iStore(), std::bad_alloc) << row.what;
         };
         fails(0, [&] { any << octets; });

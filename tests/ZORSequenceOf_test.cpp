@@ -1,6 +1,6 @@
 #include "ZORSequenceOf.h"
 
-#include "Allocations.h"
+#include "CountedAllocations.h"
 #include "ZORRaisedError.h"
 #include "_SEQUENCE_CORBAAny.h"
 #include "_SEQUENCE_octet.h"
@@ -156,7 +156,7 @@ TEST(ZORSequenceOf, IsAsItWasWhenThereIsNoMemoryForTheRoom)
 {
     CountedSequence counted({1, 2, 3});
     {
-        const Allocations::FailAfter none(0);
+        const ScopedMemoryShortage shortage;
         EXPECT_THROW(counted.maximum(100), std::bad_alloc);
     }
     EXPECT_THROW(counted.maximum(1L << 40), std::bad_alloc) << "beyond 32 bits";
