@@ -20,6 +20,16 @@ private:
     friend void* operator new(std::size_t, const std::nothrow_t&) noexcept;
     friend void operator delete(void*) noexcept;
 
+    static constexpr long kNoShortage = -1;
+
+    static bool Fails()
+    {
+        long left = _Left.load(std::memory_order_relaxed);
+        while (left > 0 && !_Left.compare_exchange_weak(left, left - 1, std::memory_order_relaxed))
+            ;
+        return left == 0;
+    }
+
     // Counted in relaxed order: counting must not order the threads of a test, which would hide
     // their races.
     static void Add(std::atomic<long>& ioCounter, long iNumber)
@@ -29,18 +39,21 @@ private:
 
     static inline std::atomic<long> _Total{0};
     static inline std::atomic<long> _InUse{0};
-    static inline std::atomic<bool> _Failing{false};
+    static inline std::atomic<long> _Left{kNoShortage}; // allocations before memory is short
 
     long _TotalBefore = _Total;
     long _InUseBefore = _InUse;
 };
 
-// While it lives, operator new finds no memory.
+// While it lives, operator new finds memory `iAllocations` more times and then none.
 class ScopedMemoryShortage
 {
 public:
-    ScopedMemoryShortage() { CountedAllocations::_Failing = true; }
-    ~ScopedMemoryShortage() { CountedAllocations::_Failing = false; }
+    explicit ScopedMemoryShortage(long iAllocations = 0)
+    {
+        CountedAllocations::_Left = iAllocations;
+    }
+    ~ScopedMemoryShortage() { CountedAllocations::_Left = CountedAllocations::kNoShortage; }
     ScopedMemoryShortage(const ScopedMemoryShortage&) = delete;
     ScopedMemoryShortage& operator=(const ScopedMemoryShortage&) = delete;
 };
@@ -51,7 +64,7 @@ public:
 KW_NOT_INLINED void* operator new(std::size_t iSize, const std::nothrow_t&) noexcept
 {
     CountedAllocations::Add(CountedAllocations::_Total, 1);
-    if (CountedAllocations::_Failing.load(std::memory_order_relaxed))
+    if (CountedAllocations::Fails())
         return nullptr;
     void* const memory = std::malloc(iSize ? iSize : 1);
     if (memory)

@@ -57,7 +57,11 @@ public:
     CORBAAny(CORBAAny&& iOther) noexcept : _Held(iOther._Held) { iOther.Become(kEmpty); }
     CORBAAny& operator=(const CORBAAny& iOther)
     {
-        return _Held.owns || iOther._Held.owns ? *this = CORBAAny(iOther) : Take(iOther._Held);
+        if (_Held.owns || iOther._Held.owns)
+            *this = CORBAAny(iOther);
+        else
+            _Held = iOther._Held;
+        return *this;
     }
     // Leaves the other empty, unless it is this any.
     CORBAAny& operator=(CORBAAny&& iOther) noexcept
@@ -65,7 +69,7 @@ public:
         if (this == &iOther)
             return *this;
         Drop();
-        Take(iOther._Held);
+        _Held = iOther._Held;
         iOther.Become(kEmpty);
         return *this;
     }
@@ -151,11 +155,6 @@ private:
         _Held.kind = static_cast<unsigned char>(iKind);
         _Held.owns = false;
         _Held.size = 0;
-    }
-    CORBAAny& Take(const Held& iHeld)
-    {
-        _Held = iHeld;
-        return *this;
     }
     void Drop() noexcept
     {

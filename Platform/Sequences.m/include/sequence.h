@@ -43,12 +43,12 @@ public:
 
 protected:
     // Empty: maximum 0, length 0, no buffer.
-    sequence();
+    sequence() = default;
     // Two sequences never share a buffer: how a copy is made is for the class of the elements.
     sequence(const sequence& iOther) = delete;
     sequence& operator=(const sequence& iOther) = delete;
     // The buffer is freed by the class that knows its elements.
-    ~sequence();
+    ~sequence() = default;
 
     int _maximum = 0;
     int _length = 0;

@@ -18,11 +18,13 @@ namespace
 using OctetSequence = ZORSequenceOf<unsigned char>;
 using AnySequence = ZORSequenceOf<CORBAAny>;
 
-void RaiseTooLarge(const std::string& iWhat, int iLine)
+void RaiseTooLarge(const std::string& iWhat)
 {
     auto* const error = new ZORInternalError;
+    if (!error)
+        throw std::bad_alloc();
     error->SetText((iWhat + " does not fit in an any").c_str());
-    error->Throw("Platform/Sequences.m/src/CORBAAny", iLine);
+    error->Throw("Platform/Sequences.m/src/CORBAAny", __LINE__);
 }
 
 // Elements that are in use and for which there is room.
@@ -54,7 +56,7 @@ std::unique_ptr<CORBAAny[]> CopyOf(const CORBAAny* iAnys, int iCount)
 void CORBAAny::operator<<(long iValue)
 {
     if (iValue < INT_MIN || iValue > INT_MAX)
-        RaiseTooLarge("The number " + std::to_string(iValue), 57);
+        return RaiseTooLarge("The number " + std::to_string(iValue));
     *this << static_cast<int>(iValue);
 }
 
@@ -70,7 +72,7 @@ void CORBAAny::operator<<(const char* iText)
     const char* const text = iText ? iText : "";
     const std::size_t size = std::strlen(text);
     if (size >= INT_MAX)
-        RaiseTooLarge("A string of " + std::to_string(size) + " characters", 72);
+        return RaiseTooLarge("A string of " + std::to_string(size) + " characters");
     StoreBytes(kString, text, static_cast<int>(size), static_cast<int>(size) + 1);
 }
 

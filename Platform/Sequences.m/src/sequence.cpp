@@ -3,6 +3,7 @@
 #include "ZORInternalError.h"
 
 #include <cctype>
+#include <new>
 #include <string>
 
 namespace
@@ -28,10 +29,6 @@ std::string Expand(const char* iFormat, const int (&iNumbers)[4])
 
 } // namespace
 
-sequence::sequence() = default;
-
-sequence::~sequence() = default;
-
 void sequence::boucle(const void* iSource, int iCount)
 {
     for (int i = 0; i < iCount; ++i)
@@ -41,9 +38,11 @@ void sequence::boucle(const void* iSource, int iCount)
 void sequence::exit(const char* iFormat, int iFirst, int iSecond, int iThird, int iFourth) const
 {
     auto* const error = new ZORInternalError;
+    if (!error)
+        throw std::bad_alloc();
     error->SetText(
         ("index out of range: " + Expand(iFormat, {iFirst, iSecond, iThird, iFourth})).c_str());
-    error->Throw("Platform/Sequences.m/src/sequence", 43);
+    error->Throw("Platform/Sequences.m/src/sequence", __LINE__);
 }
 
 void sequence::Assignation(const void*, int) {}

@@ -1,0 +1,176 @@
+#include "IdentifierTable.h"
+
+#include "Sequences.h"
+
+#include <gmock/gmock.h>
+
+#include <set>
+
+namespace
+{
+
+// What a table does, counted.
+struct Work {
+    long hashes = 0;
+    long comparisons = 0;
+};
+
+struct CountingHash {
+    std::uint64_t operator()(const Identifier& iIdentifier) const
+    {
+        ++work->hashes;
+        return IdentifierHash()(iIdentifier);
+    }
+    Work* work;
+};
+
+// The worst there is.
+struct SameHash {
+    std::uint64_t operator()(const Identifier&) const { return 0x123456789abcdef0; }
+};
+
+struct CountingEqual {
+    bool operator()(const Identifier& iLeft, const Identifier& iRight) const
+    {
+        ++work->comparisons;
+        return iLeft == iRight;
+    }
+    Work* work;
+};
+
+Identifier View(const std::string& iOctets)
+{
+    return {reinterpret_cast<const unsigned char*>(iOctets.data()), iOctets.size()};
+}
+
+std::vector<MaybeIdentifier> Numbered(int iCount)
+{
+    std::vector<MaybeIdentifier> identifiers;
+    for (int i = 0; i < iCount; ++i) {
+        const std::string digits = std::to_string(i);
+        identifiers.push_back("plate-" + std::string(10 - digits.size(), '0') + digits);
+    }
+    return identifiers;
+}
+
+// Builds a table of that many identifiers, each met twice, and asks for each and for as many
+// others.
+Work WorkFor(int iCount)
+{
+    Work work;
+    std::vector<MaybeIdentifier> twice = Numbered(iCount);
+    const std::vector<MaybeIdentifier> once = twice;
+    twice.insert(twice.end(), once.begin(), once.end());
+    const _SEQUENCE_CORBAAny list = Identifiers(twice);
+    IdentifierTable table(list.buffer(), list.length(), CountingHash{&work}, CountingEqual{&work});
+    for (int i = 0; i < list.length(); ++i)
+        EXPECT_EQ(table.Add(i), i < iCount);
+    for (const MaybeIdentifier& each : once) {
+        EXPECT_TRUE(table.Contains(View(*each)));
+        EXPECT_FALSE(table.Contains(View(*each + "-unknown")));
+    }
+    return work;
+}
+
+} // namespace
+
+TEST(IdentifierTable, KnowsWhatWasAdded)
+{
+    const _SEQUENCE_CORBAAny list = Identifiers({"p", "pq", "", "p"});
+    IdentifierTable table(list.buffer(), list.length());
+    EXPECT_FALSE(table.Contains(View("p")));
+    EXPECT_TRUE(table.Add(0));
+    EXPECT_TRUE(table.Add(1));
+    EXPECT_FALSE(table.Contains({}));
+    EXPECT_TRUE(table.Add(2));
+    EXPECT_FALSE(table.Add(3)) << "it is there already";
+    EXPECT_TRUE(table.Contains(View("p")));
+    EXPECT_TRUE(table.Contains(View("pq")));
+    EXPECT_TRUE(table.Contains({}));
+    EXPECT_FALSE(table.Contains(View("q")));
+}
+
+TEST(IdentifierTable, HoldsAsManyAsItWasMadeFor)
+{
+    for (const int count : {0, 1, 31, 32, 33, 64, 65, 1000, 1024, 1025}) {
+        const _SEQUENCE_CORBAAny list = Identifiers(Numbered(count));
+        IdentifierTable table(list.buffer(), list.length());
+        for (int i = 0; i < count; ++i)
+            EXPECT_TRUE(table.Add(i)) << count;
+        for (int i = 0; i < count; ++i)
+            EXPECT_TRUE(table.Contains(IdentifierIn(list[i]))) << count;
+        EXPECT_FALSE(table.Contains(View("unknown"))) << count;
+    }
+}
+
+TEST(IdentifierTable, CostsAsMuchMoreAsThereAreMoreIdentifiers)
+{
+    const Work few = WorkFor(10000);
+    const Work many = WorkFor(40000);
+    EXPECT_EQ(few.hashes, 4 * 10000) << "one for each question";
+    EXPECT_EQ(many.hashes, 4 * 40000);
+    // Next to none but those that find their identifier.
+    EXPECT_LE(few.comparisons, 2 * 10000 + 100);
+    EXPECT_LE(many.comparisons, 2 * 40000 + 100);
+}
+
+TEST(IdentifierTable, WithOneHashForAllIsRightAndComparesNoMoreThanEachWithEach)
+{
+    constexpr int kCount = 500;
+    Work work;
+    const _SEQUENCE_CORBAAny list = Identifiers(Numbered(kCount));
+    IdentifierTable table(list.buffer(), kCount, SameHash{}, CountingEqual{&work});
+    for (int i = 0; i < kCount; ++i)
+        EXPECT_TRUE(table.Add(i));
+    EXPECT_LE(work.comparisons, kCount * (kCount - 1) / 2);
+    for (int i = 0; i < kCount; ++i) {
+        EXPECT_FALSE(table.Add(i));
+        EXPECT_TRUE(table.Contains(IdentifierIn(list[i])));
+    }
+    EXPECT_FALSE(table.Contains(View("unknown")));
+}
+
+TEST(IdentifierHash, IsTheSameInEveryProcess)
+{
+    EXPECT_EQ(IdentifierHash()({}), IdentifierHash()(View("")));
+    EXPECT_EQ(IdentifierHash()(View("plate-0000000001")), 18437299830720660311u);
+}
+
+TEST(IdentifierHash, TellsEveryLengthAndEveryOctet)
+{
+    std::set<std::uint64_t> hashes;
+    for (std::size_t count = 0; count <= 80; ++count)
+        for (const char fill : {'\0', 'a', '\xff'})
+            if (count > 0 || fill == 'a')
+                hashes.insert(IdentifierHash()(View(std::string(count, fill))));
+    EXPECT_EQ(hashes.size(), 80u * 3 + 1);
+
+    for (const std::size_t count : {1u, 3u, 4u, 7u, 8u, 15u, 16u, 17u, 32u, 36u, 41u}) {
+        hashes.clear();
+        for (std::size_t at = 0; at < count; ++at)
+            for (int octet = 1; octet < 256; ++octet) {
+                std::string changed(count, '\0');
+                changed[at] = static_cast<char>(octet);
+                hashes.insert(IdentifierHash()(View(changed)));
+            }
+        EXPECT_EQ(hashes.size(), 255 * count);
+    }
+}
+
+// Identifiers that people number one after the other fall evenly on a table's slots.
+TEST(IdentifierHash, SpreadsNumberedIdentifiersOverLowAndHighBits)
+{
+    constexpr std::size_t kIdentifiers = 1 << 16;
+    constexpr std::size_t kBoxes = 1 << 8;
+    std::vector<long> low(kBoxes), high(kBoxes);
+    for (const MaybeIdentifier& each : Numbered(kIdentifiers)) {
+        const std::uint64_t hash = IdentifierHash()(View(*each));
+        ++low[hash % kBoxes];
+        ++high[hash >> 56];
+    }
+    for (const std::vector<long>& boxes : {low, high})
+        for (const long box : boxes) {
+            EXPECT_GT(box, 256 - 96); // six standard deviations
+            EXPECT_LT(box, 256 + 96);
+        }
+}
