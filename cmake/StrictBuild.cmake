@@ -18,3 +18,8 @@ elseif(KW4TOOLS_SANITIZER STREQUAL "thread")
 elseif(KW4TOOLS_SANITIZER)
   message(FATAL_ERROR "KW4TOOLS_SANITIZER is '${KW4TOOLS_SANITIZER}': say 'address' or 'thread'")
 endif()
+
+# What a libFuzzer program calls tells it which branches were taken.
+if(KW4TOOLS_FUZZ)
+  add_compile_options(-fsanitize=fuzzer-no-link)
+endif()
