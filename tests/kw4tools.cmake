@@ -1,0 +1,29 @@
+# The program; tests run it as it was built.
+function(kw_program_test unit)
+  kw_test(${unit})
+  add_dependencies(${unit}_test kw4tools)
+  target_compile_definitions(${unit}_test PRIVATE
+    KW4TOOLS_PROGRAM="$<TARGET_FILE:kw4tools>" KW4TOOLS_VERSION="${PROJECT_VERSION}")
+endfunction()
+if(KW4TOOLS_TOOLS)
+  kw_program_test(kw4tools)
+  kw_program_test(kw4tools_files)
+  kw_program_test(kw4tools_paths)
+  kw_program_test(kw4tools_sequences)
+  kw_program_test(kw4tools_settings)
+  kw_program_test(kw4tools_status)
+  kw_program_test(kw4tools_text)
+
+  add_test(NAME demo COMMAND "${PROJECT_SOURCE_DIR}/tools/demo.sh" "$<TARGET_FILE:kw4tools>")
+
+  # What README.md shows.
+  add_executable(find_file "${PROJECT_SOURCE_DIR}/examples/find_file.cpp")
+  target_link_libraries(find_file PRIVATE KW4TOOLS::KW4TOOLS)
+  add_test(NAME readme COMMAND "${CMAKE_CURRENT_SOURCE_DIR}/readme.sh"
+    "${PROJECT_SOURCE_DIR}/README.md" "${PROJECT_SOURCE_DIR}/examples/find_file.cpp"
+    "$<TARGET_FILE_DIR:kw4tools>")
+  add_test(NAME example.find_file COMMAND "$<TARGET_FILE:find_file>" cmake_install.cmake)
+  set_tests_properties(example.find_file PROPERTIES
+    WORKING_DIRECTORY "${PROJECT_BINARY_DIR}" ENVIRONMENT "ZOR_SETTINGS_PATH=/nowhere"
+    PASS_REGULAR_EXPRESSION "^cmake_install.cmake\n$")
+endif()

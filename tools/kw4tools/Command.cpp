@@ -1,0 +1,103 @@
+#include "Command.h"
+
+#include "RawArguments.h"
+
+#include <CLI/CLI.hpp>
+
+Command& Command::Add(const std::string& iName, const std::string& iPurpose)
+{
+    _App.require_subcommand(1, 1);
+    CLI::App* const app = _App.add_subcommand(iName, iPurpose);
+    app->footer(""); // not the one of the command above, and no group of its either
+    app->group("Commands");
+    _Commands.push_back(std::make_unique<Command>(*app));
+    return *_Commands.back();
+}
+
+const std::string& Command::Argument(const std::string& iName, const std::string& iHelp)
+{
+    std::string& argument = _Arguments.emplace_back();
+    _App.add_option_function<std::string>(
+            iName, [&argument](const std::string& iMarked) { argument = RawArgument(iMarked); },
+            iHelp)
+        ->required()
+        ->option_text(" ");
+    return argument;
+}
+
+const std::vector<std::string>& Command::Arguments(const std::string& iName,
+                                                   const std::string& iHelp)
+{
+    std::vector<std::string>& list = _Lists.emplace_back();
+    _App.add_option_function<std::vector<std::string>>(
+            iName,
+            [&list](const std::vector<std::string>& iMarked) {
+                for (const std::string& marked : iMarked)
+                    list.push_back(RawArgument(marked));
+            },
+            iHelp)
+        ->option_text("...");
+    return list;
+}
+
+const bool& Command::Flag(const std::string& iNames, const std::string& iHelp)
+{
+    bool& flag = _Flags.emplace_back(false);
+    _App.add_flag_callback(
+            iNames, [&flag] { flag = true; }, iHelp)
+        ->disable_flag_override();
+    return flag;
+}
+
+const std::optional<std::string>&
+Command::Option(const std::string& iName, const std::string& iValue, const std::string& iHelp)
+{
+    std::optional<std::string>& option = _Options.emplace_back();
+    _App.add_option_function<std::string>(
+            iName, [&option](const std::string& iMarked) { option = RawArgument(iMarked); }, iHelp)
+        ->type_name(iValue);
+    return option;
+}
+
+void Command::AddToFooter(const std::string& iText)
+{
+    const std::string before = _App.get_footer();
+    _App.footer(before.empty() ? iText : before + "\n\n" + iText);
+}
+
+Command& Command::Explains(const std::string& iText)
+{
+    AddToFooter(iText);
+    return *this;
+}
+
+Command& Command::Example(const std::string& iLine)
+{
+    AddToFooter("Example:\n  " + iLine);
+    return *this;
+}
+
+Command& Command::Does(std::function<Status(Session&)> iAction)
+{
+    _Action = std::move(iAction);
+    return *this;
+}
+
+Command& Command::Advises(std::function<std::string()> iAdvice)
+{
+    _Advice = std::move(iAdvice);
+    return *this;
+}
+
+const Command& Command::Chosen() const
+{
+    for (const std::unique_ptr<Command>& command : _Commands)
+        if (_App.got_subcommand(&command->_App))
+            return command->Chosen();
+    return *this;
+}
+
+std::string Command::Advice() const
+{
+    return _Advice ? _Advice() : "stopped by the error above; mend what it names and try again";
+}

@@ -1,0 +1,77 @@
+#pragma once
+
+#include "Session.h"
+#include "Status.h"
+
+#include <deque>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace CLI
+{
+class App;
+}
+
+// A command of the program, or a family of them: its arguments, its help and what it does.
+//
+//     Command& env = program.Add("env", "Prints the directories …");
+//     const std::string& variable = env.Argument("VARIABLE", "Name of the variable");
+//     env.Example("kw4tools env PATH");
+//     env.Does([&](Session& ioSession) { … return Status::Yes; });
+//
+// The references that the declaring functions return are filled in before the command runs; they
+// live as long as the command. Arguments and values arrive byte for byte as they were given.
+class Command
+{
+public:
+    // `ioApp` belongs to the parser, which must outlive the command.
+    explicit Command(CLI::App& ioApp) : _App(ioApp) {}
+    Command(const Command&) = delete;
+    Command& operator=(const Command&) = delete;
+
+    // A command below this one.
+    Command& Add(const std::string& iName, const std::string& iPurpose);
+
+    // An argument that must be given. Arguments are taken in the order they are declared in.
+    const std::string& Argument(const std::string& iName, const std::string& iHelp);
+    // All further arguments; there may be none.
+    const std::vector<std::string>& Arguments(const std::string& iName, const std::string& iHelp);
+    // An option that is given or not.
+    const bool& Flag(const std::string& iNames, const std::string& iHelp);
+    // An option with a value; `iValue` says what kind of value.
+    const std::optional<std::string>& Option(const std::string& iName, const std::string& iValue,
+                                             const std::string& iHelp);
+
+    // More than the purpose has to say; stands behind the options in the help.
+    Command& Explains(const std::string& iText);
+    // A command line that shows the use, for the help.
+    Command& Example(const std::string& iLine);
+    // What the command does.
+    Command& Does(std::function<Status(Session&)> iAction);
+    // What to do when an error is raised, in words that follow "kw4tools: ".
+    Command& Advises(std::function<std::string()> iAdvice);
+
+    // The command that the command line names: this one or one below it.
+    const Command& Chosen() const;
+    Status Run(Session& ioSession) const { return _Action(ioSession); }
+    std::string Advice() const;
+    // Whether it is a family of commands, which does nothing by itself.
+    bool IsFamily() const { return !_Commands.empty(); }
+    const CLI::App& Parser() const { return _App; }
+
+private:
+    void AddToFooter(const std::string& iText);
+
+    CLI::App& _App;
+    std::vector<std::unique_ptr<Command>> _Commands;
+    // Deques: what is in them stays where it is.
+    std::deque<std::string> _Arguments;
+    std::deque<std::vector<std::string>> _Lists;
+    std::deque<bool> _Flags;
+    std::deque<std::optional<std::string>> _Options;
+    std::function<Status(Session&)> _Action;
+    std::function<std::string()> _Advice;
+};

@@ -1,0 +1,13 @@
+#pragma once
+
+class Program;
+
+// Each adds a family of commands to the program.
+void AddSettingsCommands(Program& ioProgram);  // settings
+void AddStatusCommand(Program& ioProgram);     // status
+void AddSearchCommand(Program& ioProgram);     // search
+void AddPathCommands(Program& ioProgram);      // find, split, env, expand
+void AddFileCommands(Program& ioProgram);      // check, read, write
+void AddIdentifierCommand(Program& ioProgram); // id
+void AddSequenceCommands(Program& ioProgram);  // interval, ids
+void AddTextCommands(Program& ioProgram);      // text

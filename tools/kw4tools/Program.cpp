@@ -1,0 +1,109 @@
+#include "Program.h"
+
+#include "Failure.h"
+#include "RawArguments.h"
+#include "ServicesTrace.h"
+#include "ZORRaisedError.h"
+
+#include <CLI/CLI.hpp>
+#include <iostream>
+#include <new>
+
+namespace
+{
+
+const char kPurpose[] = "Find files along search paths, keep settings, and more of the common "
+                        "services of\nthe suite, from the command line.";
+constexpr std::size_t kHelpColumn = 26;
+
+Status Tell(const std::string& iProblem)
+{
+    std::cerr << "kw4tools: " << iProblem << std::endl;
+    return Status::Wrong;
+}
+
+} // namespace
+
+Program::Program()
+    : _App(std::make_unique<CLI::App>(kPurpose, "kw4tools")), _Root(*_App),
+      _Trace(_Root.Flag("--trace", "Write the method trace of the services to standard error, or\n"
+                                   "to the end of the file that ZOR_PSN_TRACE_FILE names")),
+      _Separator(_Root.Option("--separator", "S",
+                              "The characters that separate the directories of a path list,\n"
+                              "each by itself (default: \":\")"))
+{
+    _App->set_version_flag("--version", "kw4tools " KW4TOOLS_VERSION, "Print the version and exit");
+    _App->set_help_flag("-h,--help", "Print this help and exit");
+    _App->get_formatter()->column_width(kHelpColumn);
+    _App->get_formatter()->label("Positionals", "Arguments");
+    _App->get_formatter()->label("SUBCOMMAND", "COMMAND");
+    _App->fallthrough();
+    _Root.Explains(
+        "Results go to standard output, one a line; messages to standard error.\n"
+        "Exit status: 0 done, found, yes; 1 not found, no; 2 wrong usage or an error.\n"
+        "\"--\" ends the options: what follows may begin with \"-\". Numbers need none.\n"
+        "\"kw4tools COMMAND --help\" tells more of a command, with an example.");
+    _Root.Example("kw4tools find stdio.h /usr/local/include:/usr/include");
+}
+
+Program::~Program() = default;
+
+Command& Program::Add(const std::string& iGroup, const std::string& iName,
+                      const std::string& iPurpose)
+{
+    Command& command = _Root.Add(iName, iPurpose);
+    _App->get_subcommand(iName)->group(iGroup);
+    return command;
+}
+
+int Program::Run(const std::vector<std::string>& iArguments)
+{
+    try {
+        return static_cast<int>(Perform(iArguments));
+    } catch (const std::bad_alloc&) {
+        return static_cast<int>(Tell("there is not enough memory; try again with less"));
+    } catch (const std::exception& failure) {
+        return static_cast<int>(Tell(failure.what()));
+    }
+}
+
+Status Program::Perform(const std::vector<std::string>& iArguments)
+{
+    try {
+        _App->parse(MarkedArguments(*_App, iArguments));
+        return Start(_Root.Chosen());
+    } catch (const CLI::CallForHelp&) {
+        _Session.Out().Bytes(_App->help());
+    } catch (const CLI::CallForVersion& version) {
+        _Session.Out().Line(version.what());
+    } catch (const CLI::RequiredError& error) {
+        return TellWrongUsage(_Root.Chosen().IsFamily() ? "say which command" : error.what());
+    } catch (const CLI::ParseError& error) {
+        return TellWrongUsage(WithoutMarks(error.what()));
+    } catch (const UsageError& error) {
+        return TellWrongUsage(error.what(), error.Command());
+    }
+    _Session.Out().Flush();
+    return Status::Yes;
+}
+
+// Runs the command; of the errors it raises the library has told already.
+Status Program::Start(const Command& iCommand)
+{
+    if (_Trace)
+        TurnServicesTraceOn();
+    _Session.separator = _Separator;
+    try {
+        const Status status = iCommand.Run(_Session);
+        _Session.Out().Flush();
+        return status;
+    } catch (const ZORRaisedError&) {
+        return Tell(iCommand.Advice());
+    }
+}
+
+Status Program::TellWrongUsage(const std::string& iProblem, const std::string& iCommand) const
+{
+    const std::string command = iCommand.empty() ? FullName(_Root.Chosen().Parser()) : iCommand;
+    return Tell(iProblem + "\nTry '" + command + " --help'.");
+}

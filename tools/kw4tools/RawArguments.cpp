@@ -1,0 +1,132 @@
+#include "RawArguments.h"
+
+#include "Failure.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <cctype>
+
+namespace
+{
+
+constexpr char kMark = '\x01';
+
+std::string Marked(const std::string& iArgument)
+{
+    return kMark + iArgument;
+}
+
+// The option of that name that the command or one above it has, or null.
+const CLI::Option* FindOption(const CLI::App* iCommand, const std::string& iName)
+{
+    for (; iCommand; iCommand = iCommand->get_parent())
+        if (const CLI::Option* const option = iCommand->get_option_no_throw(iName))
+            return option;
+    return nullptr;
+}
+
+const CLI::App* FindCommand(const CLI::App& iCommand, const std::string& iName)
+{
+    const auto found = iCommand.get_subcommands(
+        [&](const CLI::App* iCandidate) { return iCandidate->get_name() == iName; });
+    return found.empty() ? nullptr : found.front();
+}
+
+bool HasCommands(const CLI::App& iCommand)
+{
+    return !iCommand.get_subcommands([](const CLI::App*) { return true; }).empty();
+}
+
+bool LooksLikeOption(const CLI::App& iCommand, const std::string& iArgument)
+{
+    if (iArgument.size() < 2 || iArgument[0] != '-')
+        return false;
+    return !std::isdigit(static_cast<unsigned char>(iArgument[1])) ||
+           FindOption(&iCommand, iArgument);
+}
+
+// Walks over the arguments of a command line and marks what has to be.
+class Marking
+{
+public:
+    explicit Marking(const CLI::App& iProgram) : _Command(&iProgram) {}
+
+    std::vector<std::string> Mark(const std::vector<std::string>& iArguments)
+    {
+        for (_Next = iArguments.begin(); _Next != iArguments.end();) {
+            const std::string& argument = *_Next++;
+            if (!_OptionsOver && argument == "--")
+                _OptionsOver = true;
+            else if (!_OptionsOver && LooksLikeOption(*_Command, argument))
+                MarkOption(argument, iArguments.end());
+            else if (HasCommands(*_Command))
+                MarkCommand(argument);
+            else
+                _Marked.push_back(Marked(argument));
+        }
+        return std::move(_Marked);
+    }
+
+private:
+    using Position = std::vector<std::string>::const_iterator;
+
+    void MarkOption(const std::string& iArgument, Position iEnd)
+    {
+        const std::size_t equals = iArgument.find('=');
+        const std::string name = iArgument.substr(0, equals);
+        const CLI::Option* const option = FindOption(_Command, name);
+        if (!option)
+            throw UsageError("there is no option '" + name +
+                                 "'; if it is an argument, put \"--\" before it",
+                             FullName(*_Command));
+        const bool takesValue = option->get_items_expected_max() > 0;
+        if (!takesValue && equals != std::string::npos)
+            throw UsageError(name + " takes no value", FullName(*_Command));
+        _Marked.push_back(name);
+        if (equals != std::string::npos)
+            _Marked.push_back(Marked(iArgument.substr(equals + 1)));
+        else if (takesValue && _Next != iEnd)
+            _Marked.push_back(Marked(*_Next++));
+    }
+
+    void MarkCommand(const std::string& iArgument)
+    {
+        const CLI::App* const command = FindCommand(*_Command, iArgument);
+        if (!command)
+            throw UsageError("there is no command '" + iArgument + "'", FullName(*_Command));
+        _Marked.push_back(iArgument);
+        _Command = command;
+    }
+
+    const CLI::App* _Command;
+    Position _Next;
+    bool _OptionsOver = false;
+    std::vector<std::string> _Marked;
+};
+
+} // namespace
+
+std::vector<std::string> MarkedArguments(const CLI::App& iProgram,
+                                         const std::vector<std::string>& iArguments)
+{
+    std::vector<std::string> marked = Marking(iProgram).Mark(iArguments);
+    std::reverse(marked.begin(), marked.end());
+    return marked;
+}
+
+std::string FullName(const CLI::App& iCommand)
+{
+    const CLI::App* const above = iCommand.get_parent();
+    return (above ? FullName(*above) + " " : "") + iCommand.get_name();
+}
+
+std::string RawArgument(const std::string& iMarked)
+{
+    return iMarked.substr(!iMarked.empty() && iMarked.front() == kMark ? 1 : 0);
+}
+
+std::string WithoutMarks(std::string iMessage)
+{
+    iMessage.erase(std::remove(iMessage.begin(), iMessage.end(), kMark), iMessage.end());
+    return iMessage;
+}
