@@ -255,7 +255,7 @@ void RunWord(benchmark::State& ioState, Function iFunction, std::size_t iNumber)
     }
     const NewText result(iFunction(text.string, iNumber));
     Check(ioState, expected == result.get());
-    ioState.SetBytesProcessed(static_cast<std::int64_t>(ioState.iterations() * text.string.size()));
+    ioState.SetBytesProcessed(ioState.iterations() * static_cast<std::int64_t>(text.string.size()));
 }
 
 template <class Function>
