@@ -53,53 +53,77 @@ std::vector<MaybeIdentifier> Numbered(int iCount)
     return identifiers;
 }
 
-// Builds a table of that many identifiers, each met twice, and asks for each and for as many
-// others.
+// A table over a list, asked by position and by octets.
+template <class Hash = IdentifierHash, class Equal = std::equal_to<Identifier>>
+class Table
+{
+public:
+    explicit Table(const std::vector<MaybeIdentifier>& iIdentifiers, Hash iHash = {},
+                   Equal iEqual = {})
+        : _List(Identifiers(iIdentifiers)), _Table(_List.buffer(), _List.length(), iHash, iEqual)
+    {
+    }
+
+    int Enter(int iPosition)
+    {
+        return _Table.Enter(iPosition, _Table.HashOf(IdentifierIn(_List[iPosition])));
+    }
+    bool Contains(const std::string& iOctets) const
+    {
+        return _Table.Contains(View(iOctets), _Table.HashOf(View(iOctets)));
+    }
+
+private:
+    _SEQUENCE_CORBAAny _List;
+    IdentifierTable<Hash, Equal> _Table;
+};
+
+// Enters that many identifiers, each twice, and asks for each and for as many others.
 Work WorkFor(int iCount)
 {
     Work work;
-    std::vector<MaybeIdentifier> twice = Numbered(iCount);
-    const std::vector<MaybeIdentifier> once = twice;
+    const std::vector<MaybeIdentifier> once = Numbered(iCount);
+    std::vector<MaybeIdentifier> twice = once;
     twice.insert(twice.end(), once.begin(), once.end());
-    const _SEQUENCE_CORBAAny list = Identifiers(twice);
-    IdentifierTable table(list.buffer(), list.length(), CountingHash{&work}, CountingEqual{&work});
-    for (int i = 0; i < list.length(); ++i)
-        EXPECT_EQ(table.Add(i), i < iCount);
+    Table table(twice, CountingHash{&work}, CountingEqual{&work});
+    for (int i = 0; i < iCount; ++i)
+        EXPECT_EQ(table.Enter(i), -1);
+    for (int i = 0; i < iCount; ++i)
+        EXPECT_EQ(table.Enter(iCount + i), i);
     for (const MaybeIdentifier& each : once) {
-        EXPECT_TRUE(table.Contains(View(*each)));
-        EXPECT_FALSE(table.Contains(View(*each + "-unknown")));
+        EXPECT_TRUE(table.Contains(*each));
+        EXPECT_FALSE(table.Contains(*each + "-unknown"));
     }
     return work;
 }
 
 } // namespace
 
-TEST(IdentifierTable, KnowsWhatWasAdded)
+TEST(IdentifierTable, KnowsWhatWasEnteredAndWhereItStoodLast)
 {
-    const _SEQUENCE_CORBAAny list = Identifiers({"p", "pq", "", "p"});
-    IdentifierTable table(list.buffer(), list.length());
-    EXPECT_FALSE(table.Contains(View("p")));
-    EXPECT_TRUE(table.Add(0));
-    EXPECT_TRUE(table.Add(1));
-    EXPECT_FALSE(table.Contains({}));
-    EXPECT_TRUE(table.Add(2));
-    EXPECT_FALSE(table.Add(3)) << "it is there already";
-    EXPECT_TRUE(table.Contains(View("p")));
-    EXPECT_TRUE(table.Contains(View("pq")));
-    EXPECT_TRUE(table.Contains({}));
-    EXPECT_FALSE(table.Contains(View("q")));
+    Table table({"p", "pq", "", "p", "p"});
+    EXPECT_FALSE(table.Contains("p"));
+    EXPECT_EQ(table.Enter(0), -1);
+    EXPECT_EQ(table.Enter(1), -1);
+    EXPECT_FALSE(table.Contains(""));
+    EXPECT_EQ(table.Enter(2), -1);
+    EXPECT_EQ(table.Enter(3), 0);
+    EXPECT_EQ(table.Enter(4), 3);
+    for (const char* const each : {"p", "pq", ""})
+        EXPECT_TRUE(table.Contains(each)) << each;
+    EXPECT_FALSE(table.Contains("q"));
 }
 
 TEST(IdentifierTable, HoldsAsManyAsItWasMadeFor)
 {
     for (const int count : {0, 1, 31, 32, 33, 64, 65, 1000, 1024, 1025}) {
-        const _SEQUENCE_CORBAAny list = Identifiers(Numbered(count));
-        IdentifierTable table(list.buffer(), list.length());
+        const std::vector<MaybeIdentifier> identifiers = Numbered(count);
+        Table table(identifiers);
         for (int i = 0; i < count; ++i)
-            EXPECT_TRUE(table.Add(i)) << count;
-        for (int i = 0; i < count; ++i)
-            EXPECT_TRUE(table.Contains(IdentifierIn(list[i]))) << count;
-        EXPECT_FALSE(table.Contains(View("unknown"))) << count;
+            EXPECT_EQ(table.Enter(i), -1) << count;
+        for (const MaybeIdentifier& each : identifiers)
+            EXPECT_TRUE(table.Contains(*each)) << count;
+        EXPECT_FALSE(table.Contains("unknown")) << count;
     }
 }
 
@@ -118,16 +142,46 @@ TEST(IdentifierTable, WithOneHashForAllIsRightAndComparesNoMoreThanEachWithEach)
 {
     constexpr int kCount = 500;
     Work work;
-    const _SEQUENCE_CORBAAny list = Identifiers(Numbered(kCount));
-    IdentifierTable table(list.buffer(), kCount, SameHash{}, CountingEqual{&work});
+    const std::vector<MaybeIdentifier> identifiers = Numbered(kCount);
+    Table table(identifiers, SameHash{}, CountingEqual{&work});
     for (int i = 0; i < kCount; ++i)
-        EXPECT_TRUE(table.Add(i));
+        EXPECT_EQ(table.Enter(i), -1);
     EXPECT_LE(work.comparisons, kCount * (kCount - 1) / 2);
-    for (int i = 0; i < kCount; ++i) {
-        EXPECT_FALSE(table.Add(i));
-        EXPECT_TRUE(table.Contains(IdentifierIn(list[i])));
+    for (int i = 0; i < kCount; ++i)
+        EXPECT_EQ(table.Enter(i), i);
+    for (const MaybeIdentifier& each : identifiers)
+        EXPECT_TRUE(table.Contains(*each));
+    EXPECT_FALSE(table.Contains("unknown"));
+}
+
+TEST(HashesAhead, GivesTheHashOfEachElementInTurn)
+{
+    for (const int count : {0, 1, 15, 16, 17, 32, 33, 100}) {
+        std::vector<MaybeIdentifier> identifiers = Numbered(count);
+        if (count > 20)
+            identifiers[20].reset();
+        const _SEQUENCE_CORBAAny list = Identifiers(identifiers);
+        const IdentifierTable table(list.buffer(), count);
+        HashesAhead hashes(table, list.buffer(), count);
+        for (int i = 0; i < count; ++i)
+            EXPECT_EQ(hashes.Next(), IdentifierHash()(IdentifierIn(list[i])))
+                << i << " of " << count;
     }
-    EXPECT_FALSE(table.Contains(View("unknown")));
+}
+
+TEST(Identifier, IsTheSameWhenLengthAndAllOctetsAre)
+{
+    for (std::size_t count = 0; count < 70; ++count) {
+        const std::string octets(count, 'a');
+        const std::string same = octets;
+        EXPECT_TRUE(View(octets) == View(same)) << count;
+        EXPECT_FALSE(View(octets) == View(octets + 'a')) << count;
+        for (std::size_t at = 0; at < count; ++at) {
+            std::string other = octets;
+            other[at] = 'b';
+            EXPECT_FALSE(View(octets) == View(other)) << at << " of " << count;
+        }
+    }
 }
 
 TEST(IdentifierHash, IsTheSameInEveryProcess)

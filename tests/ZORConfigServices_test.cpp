@@ -1,5 +1,6 @@
 #include "ZORConfigServices.h"
 
+#include "CountedAllocations.h"
 #include "Sequences.h"
 #include "ZORPSNTrace.h"
 
@@ -266,6 +267,39 @@ TEST(ZORConfigServices, ReturnsAListThatCanBeGivenToTheNextFunction)
     list = SequenceCrbAnySubstraction(list, known);
     RemoveDuplicate(list);
     EXPECT_THAT(Told(list), ElementsAre("\"p\""));
+}
+
+TEST(ZORConfigServices, LeavesAllListsAsTheyWereWhenThereIsNoMemory)
+{
+    const std::string large(100, 'l');
+    _SEQUENCE_CORBAAny list = Identifiers({large, "p", large, "q", kNone}, 3);
+    _SEQUENCE_CORBAAny interval = Longs({1, 10});
+    _SEQUENCE_CORBAAny inside = Longs({3, 5});
+    const std::vector<std::string> before = Told(list);
+    const std::function<void()> calls[] = {
+        [&] { RemoveDuplicate(list); },
+        [&] { SequenceCrbAnyIntersection(list, list); },
+        [&] { SequenceCrbAnySubstraction(list, interval); },
+        [&] { SequenceInterval(interval, inside, inside, 1); },
+    };
+    for (const auto& call : calls) {
+        int failures = 0;
+        for (bool done = false; !done;) {
+            try {
+                const ScopedMemoryShortage shortage(failures);
+                call();
+                done = true;
+            } catch (const std::bad_alloc&) {
+                ++failures;
+                EXPECT_EQ(Told(list), before);
+                EXPECT_EQ(list.maximum(), 8);
+                EXPECT_THAT(Told(interval), ElementsAre("1", "10"));
+                EXPECT_THAT(Told(inside), ElementsAre("3", "5"));
+            }
+        }
+        EXPECT_GT(failures, 0);
+        list = Identifiers({large, "p", large, "q", kNone}, 3);
+    }
 }
 
 namespace

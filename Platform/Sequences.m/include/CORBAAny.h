@@ -45,7 +45,7 @@ public:
     static constexpr int kInlineOctets = 40;
 
     // Empty.
-    CORBAAny() noexcept { Become(kEmpty); }
+    CORBAAny() noexcept : _Held() {}
     CORBAAny(const CORBAAny& iOther)
     {
         if (iOther._Held.owns)

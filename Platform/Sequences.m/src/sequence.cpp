@@ -37,11 +37,12 @@ void sequence::boucle(const void* iSource, int iCount)
 
 void sequence::exit(const char* iFormat, int iFirst, int iSecond, int iThird, int iFourth) const
 {
+    const std::string text =
+        "index out of range: " + Expand(iFormat, {iFirst, iSecond, iThird, iFourth});
     auto* const error = new ZORInternalError;
     if (!error)
         throw std::bad_alloc();
-    error->SetText(
-        ("index out of range: " + Expand(iFormat, {iFirst, iSecond, iThird, iFourth})).c_str());
+    error->SetText(text.c_str());
     error->Throw("Platform/Sequences.m/src/sequence", __LINE__);
 }
 

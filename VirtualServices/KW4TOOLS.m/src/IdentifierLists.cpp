@@ -14,66 +14,105 @@ namespace
 class SearchedList
 {
 public:
+    using Table = IdentifierTable<>;
+
     explicit SearchedList(const _SEQUENCE_CORBAAny& iList)
         : _Table(iList.buffer(), iList.length()),
           _EmptyAtStart(iList.length() > 0 && !HoldsIdentifier(iList[0]))
     {
-        for (int i = 0; i < iList.length(); ++i)
-            if (HoldsIdentifier(iList[i])) {
-                _Table.Add(i);
-                _HasIdentifiers = true;
-            }
+        const CORBAAny* const elements = iList.buffer();
+        HashesAhead hashes(_Table, elements, iList.length());
+        for (int i = 0; i < iList.length(); ++i) {
+            const std::uint64_t hash = hashes.Next();
+            if (!HoldsIdentifier(elements[i]))
+                continue;
+            _Table.Enter(i, hash);
+            _HasIdentifiers = true;
+        }
     }
 
+    const Table& Identifiers() const { return _Table; }
+
     // Looks for X and ends where it finds it. Found at the start of the list, Y is left empty.
-    bool Find(const Identifier& iX)
+    bool Find(const Identifier& iX, std::uint64_t iHash)
     {
-        if (_EmptyAtStart && iX.count == 0)
-            return true;
-        return Scan(iX);
+        return (_EmptyAtStart && iX.count == 0) || Scan(iX, iHash);
     }
 
     // Looks for X, always to the end of the list.
-    bool Scan(const Identifier& iX)
+    bool Scan(const Identifier& iX, std::uint64_t iHash)
     {
-        const bool found = (_EmptyAtStart && iX.count == 0) || _Table.Contains(iX);
+        const bool found = (_EmptyAtStart && iX.count == 0) || _Table.Contains(iX, iHash);
         if (_HasIdentifiers)
             _EmptyAtStart = false;
         return found;
     }
 
 private:
-    IdentifierTable<> _Table;
+    Table _Table;
     bool _EmptyAtStart;
     bool _HasIdentifiers = false;
 };
 
-// For each element, whether the identifier it leaves in X is held by an element behind it.
-std::vector<bool> HeldBehind(const _SEQUENCE_CORBAAny& iList)
+// The positions in the first list whose X a search of the second finds, or does not find, as
+// wanted.
+template <class Search>
+std::vector<int> Selected(const _SEQUENCE_CORBAAny& iFirst, const _SEQUENCE_CORBAAny& iSecond,
+                          bool iWanted, Search iSearch)
 {
-    std::vector<bool> held(static_cast<std::size_t>(iList.length()));
-    IdentifierTable table(iList.buffer(), iList.length());
-    // From the end, in runs of an identifier and the elements that repeat it. Before the first
-    // identifier, X is empty.
-    for (int end = iList.length(); end > 0;) {
-        int start = end - 1;
-        while (start >= 0 && !HoldsIdentifier(iList[start]))
-            --start;
-        const bool behind = start >= 0 ? !table.Add(start) : table.Contains({});
-        for (int i = std::max(start, 0); i < end; ++i)
-            held[static_cast<std::size_t>(i)] = behind;
-        end = start;
+    std::vector<int> selected;
+    selected.reserve(static_cast<std::size_t>(std::max(iFirst.length(), 0)));
+    SearchedList second(iSecond);
+    const CORBAAny* const elements = iFirst.buffer();
+    HashesAhead hashes(second.Identifiers(), elements, iFirst.length());
+    Identifier x;
+    std::uint64_t hashOfX = second.Identifiers().HashOf(x);
+    for (int i = 0; i < iFirst.length(); ++i) {
+        const std::uint64_t hash = hashes.Next();
+        if (HoldsIdentifier(elements[i])) {
+            x = IdentifierIn(elements[i]);
+            hashOfX = hash;
+        }
+        if (iSearch(second, x, hashOfX) == iWanted)
+            selected.push_back(i);
     }
-    return held;
+    return selected;
 }
 
-int LastIdentifier(const _SEQUENCE_CORBAAny& iList)
+// What the list of a removal of duplicates holds, for X and Y.
+class SearchedRest
 {
-    int last = iList.length() - 1;
-    while (last >= 0 && !HoldsIdentifier(iList[last]))
-        --last;
-    return last;
-}
+public:
+    explicit SearchedRest(const _SEQUENCE_CORBAAny& iList)
+        : _HeldAgain(static_cast<std::size_t>(iList.length()))
+    {
+        const CORBAAny* const elements = iList.buffer();
+        IdentifierTable table(elements, iList.length());
+        HashesAhead hashes(table, elements, iList.length());
+        for (int i = 0; i < iList.length(); ++i) {
+            const std::uint64_t hash = hashes.Next();
+            if (!HoldsIdentifier(elements[i]))
+                continue;
+            const int before = table.Enter(i, hash);
+            if (before >= 0)
+                _HeldAgain[static_cast<std::size_t>(before)] = true;
+            _Last = i;
+        }
+        _HoldsEmpty = table.Contains({}, table.HashOf({}));
+    }
+
+    // Whether the identifier that this element holds stands again behind it.
+    bool HeldAgain(int iPosition) const { return _HeldAgain[static_cast<std::size_t>(iPosition)]; }
+    // Whether the empty identifier is in the list.
+    bool HoldsEmpty() const { return _HoldsEmpty; }
+    // The position of the last identifier; -1 when there is none.
+    int Last() const { return _Last; }
+
+private:
+    std::vector<bool> _HeldAgain;
+    bool _HoldsEmpty;
+    int _Last = -1;
+};
 
 } // namespace
 
@@ -85,20 +124,25 @@ std::vector<int> LastOccurrences(const _SEQUENCE_CORBAAny& iList)
     std::vector<int> kept;
     if (iList.length() < 1)
         return kept;
-    const std::vector<bool> heldBehind = HeldBehind(iList);
-    const int lastIdentifier = LastIdentifier(iList);
-    IdentifierReceiver x;
+    kept.reserve(static_cast<std::size_t>(iList.length()));
+    const SearchedRest rest(iList);
+    const CORBAAny* const elements = iList.buffer();
+    Identifier x;
     Identifier y;
+    bool heldAgain = rest.HoldsEmpty(); // X, behind its element; an empty X before any identifier
     for (int i = 0; i + 1 < iList.length(); ++i) {
-        const Identifier& searched = x.Read(iList[i]);
-        if (!HoldsIdentifier(iList[i + 1]) && searched == y)
+        if (HoldsIdentifier(elements[i])) {
+            x = IdentifierIn(elements[i]);
+            heldAgain = rest.HeldAgain(i);
+        }
+        if (!HoldsIdentifier(elements[i + 1]) && x == y)
             continue;
-        if (heldBehind[static_cast<std::size_t>(i)]) {
-            y = searched;
+        if (heldAgain) {
+            y = x;
             continue;
         }
-        if (i < lastIdentifier)
-            y = IdentifierIn(iList[lastIdentifier]);
+        if (i < rest.Last())
+            y = IdentifierIn(elements[rest.Last()]);
         kept.push_back(i);
     }
     kept.push_back(iList.length() - 1);
@@ -107,23 +151,17 @@ std::vector<int> LastOccurrences(const _SEQUENCE_CORBAAny& iList)
 
 std::vector<int> CommonElements(const _SEQUENCE_CORBAAny& iFirst, const _SEQUENCE_CORBAAny& iSecond)
 {
-    std::vector<int> kept;
-    SearchedList second(iSecond);
-    IdentifierReceiver x;
-    for (int i = 0; i < iFirst.length(); ++i)
-        if (second.Find(x.Read(iFirst[i])))
-            kept.push_back(i);
-    return kept;
+    return Selected(iFirst, iSecond, true,
+                    [](SearchedList& i, const Identifier& iX, std::uint64_t iHash) {
+                        return i.Find(iX, iHash);
+                    });
 }
 
 std::vector<int> FurtherElements(const _SEQUENCE_CORBAAny& iFirst,
                                  const _SEQUENCE_CORBAAny& iSecond)
 {
-    std::vector<int> kept;
-    SearchedList second(iSecond);
-    IdentifierReceiver x;
-    for (int i = 0; i < iFirst.length(); ++i)
-        if (!second.Scan(x.Read(iFirst[i])))
-            kept.push_back(i);
-    return kept;
+    return Selected(iFirst, iSecond, false,
+                    [](SearchedList& i, const Identifier& iX, std::uint64_t iHash) {
+                        return i.Scan(iX, iHash);
+                    });
 }

@@ -2,12 +2,13 @@
 
 #include "Identifier.h"
 
+#include <algorithm>
 #include <array>
 #include <functional>
 #include <memory>
 
-// The identifiers of a list, to be asked whether one is among them. An open-addressed table of
-// positions: the octets stay where they are in the list, which must outlive the table unchanged.
+// The identifiers of a list by their octets: an open-addressed table of positions. The octets stay
+// where they are in the list, which must outlive the table unchanged.
 //
 // A slot keeps half of the identifier's hash, so that almost every octet comparison is one that
 // finds what it looks for. The table is at most half full. Were the hashes of all identifiers the
@@ -22,7 +23,7 @@ public:
         : _Elements(iElements), _Hash(iHash), _Equal(iEqual)
     {
         std::size_t slots = kFewSlots;
-        while (slots / 2 < static_cast<std::size_t>(iCount))
+        while (slots / 2 < static_cast<std::size_t>(std::max(iCount, 0)))
             slots *= 2;
         if (slots > kFewSlots) {
             _Many = std::make_unique<Slot[]>(slots);
@@ -33,29 +34,32 @@ public:
     IdentifierTable(const IdentifierTable&) = delete;
     IdentifierTable& operator=(const IdentifierTable&) = delete;
 
-    // Adds the identifier at that position of the list, and says whether it was missing so far.
-    bool Add(int iPosition)
+    std::uint64_t HashOf(const Identifier& iIdentifier) const { return _Hash(iIdentifier); }
+
+    // Enters that position of the list for the identifier there, and returns the position that was
+    // entered for it before, or -1.
+    int Enter(int iPosition, std::uint64_t iHash)
     {
-        const Identifier identifier = IdentifierIn(_Elements[iPosition]);
-        const std::uint64_t hash = _Hash(identifier);
-        Slot& slot = _Slots[Seek(identifier, hash)];
-        if (slot.number != 0)
-            return false;
-        slot = {Tag(hash), static_cast<std::uint32_t>(iPosition) + 1};
-        return true;
+        Slot& slot = _Slots[Seek(IdentifierIn(_Elements[iPosition]), iHash)];
+        const int before = static_cast<int>(slot.number) - 1;
+        slot = {Tag(iHash), static_cast<std::uint32_t>(iPosition) + 1};
+        return before;
     }
 
-    bool Contains(const Identifier& iIdentifier) const
+    bool Contains(const Identifier& iIdentifier, std::uint64_t iHash) const
     {
-        return _Slots[Seek(iIdentifier, _Hash(iIdentifier))].number != 0;
+        return _Slots[Seek(iIdentifier, iHash)].number != 0;
     }
+
+    // Brings the slot that a look-up with that hash begins at nearer to the processor.
+    void Fetch(std::uint64_t iHash) const { __builtin_prefetch(&_Slots[iHash & _Mask]); }
 
 private:
     struct Slot {
-        std::uint32_t tag = 0;
-        std::uint32_t number = 0; // position + 1; 0 is a free slot
+        std::uint32_t tag;
+        std::uint32_t number; // position + 1; 0 is a free slot
     };
-    static constexpr std::size_t kFewSlots = 64; // half a page of stack, and no allocation
+    static constexpr std::size_t kFewSlots = 64; // half a kilobyte of stack, and no allocation
 
     static std::uint32_t Tag(std::uint64_t iHash)
     {
@@ -80,4 +84,45 @@ private:
     std::unique_ptr<Slot[]> _Many;
     Slot* _Slots = _Few.data();
     std::size_t _Mask;
+};
+
+// The hashes of a list's elements, one after the other, for look-ups in a table. They are computed
+// some elements ahead, so that the slots of a table that is larger than the caches are on their way
+// when the look-up comes. An element that holds no identifier has the hash of the empty one.
+template <class Table>
+class HashesAhead
+{
+public:
+    HashesAhead(const Table& iTable, const CORBAAny* iElements, int iCount)
+        : _Table(iTable), _Next(iElements), _End(iElements + std::max(iCount, 0))
+    {
+        for (std::size_t i = 0; i < kAhead && _Next != _End; ++i)
+            _Hashes[i] = Compute();
+    }
+
+    // The hash of the next element. REQUIRES: there is one.
+    std::uint64_t Next()
+    {
+        std::uint64_t& place = _Hashes[_At++ % kAhead];
+        const std::uint64_t hash = place;
+        if (_Next != _End)
+            place = Compute();
+        return hash;
+    }
+
+private:
+    static constexpr std::size_t kAhead = 16; // look-ups take as long together as memory does
+
+    std::uint64_t Compute()
+    {
+        const std::uint64_t hash = _Table.HashOf(IdentifierIn(*_Next++));
+        _Table.Fetch(hash);
+        return hash;
+    }
+
+    const Table& _Table;
+    const CORBAAny* _Next; // to be computed
+    const CORBAAny* _End;
+    std::size_t _At = 0; // of the next hash, modulo kAhead
+    std::array<std::uint64_t, kAhead> _Hashes;
 };

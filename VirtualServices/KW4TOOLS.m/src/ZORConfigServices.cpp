@@ -24,10 +24,10 @@ std::int32_t BoundAt(const _SEQUENCE_CORBAAny& iInterval, int iIndex)
 void CopyElements(const _SEQUENCE_CORBAAny& iList, const std::vector<int>& iPositions,
                   _SEQUENCE_CORBAAny& oList)
 {
-    oList.length(static_cast<int>(iPositions.size()));
-    int next = 0;
+    CORBAAny* next = oList.buffer();
     for (const int position : iPositions)
-        oList[next++] = iList[position];
+        *next++ = iList.buffer()[position];
+    oList.length(static_cast<long>(iPositions.size()));
 }
 
 } // namespace
@@ -54,23 +54,27 @@ int AlreadyExist(_SEQUENCE_CORBAAny& iList, CORBAAny& iValue)
 void RemoveDuplicate(_SEQUENCE_CORBAAny& ioList)
 {
     ZORPSNTrace trace("ZORConfigServices RemoveDuplicate", 42, nullptr);
-    int count = 0;
-    for (const int position : LastOccurrences(ioList)) {
-        if (position != count)
-            ioList[count] = std::move(ioList[position]);
-        ++count;
-    }
-    ioList.length(count);
-    ioList.maximum(count);
+    const std::vector<int> positions = LastOccurrences(ioList);
+    const int count = static_cast<int>(positions.size());
+    if (count == ioList.maximum())
+        return;
+    _SEQUENCE_CORBAAny kept;
+    kept.maximum(count);
+    CORBAAny* next = kept.buffer();
+    for (const int position : positions)
+        *next++ = std::move(ioList.buffer()[position]);
+    kept.length(count);
+    ioList = std::move(kept);
 }
 
 _SEQUENCE_CORBAAny SequenceCrbAnyIntersection(_SEQUENCE_CORBAAny& iFirst,
                                               _SEQUENCE_CORBAAny& iSecond)
 {
     ZORPSNTrace trace("ZORConfigServices SequenceCrbAnyIntersection", 42, nullptr);
+    const std::vector<int> positions = CommonElements(iFirst, iSecond);
     _SEQUENCE_CORBAAny common;
     common.maximum(static_cast<long>(iFirst.maximum()) + iSecond.maximum());
-    CopyElements(iFirst, CommonElements(iFirst, iSecond), common);
+    CopyElements(iFirst, positions, common);
     return common;
 }
 
