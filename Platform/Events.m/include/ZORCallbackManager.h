@@ -81,6 +81,11 @@ public:
     int GetNbCallbacks(const char* iEvent) const;
 
 private:
+    friend class ZOREventSubscriber;
+    // Leads to true once the manager is gone, and then expires: for who knows of a manager that may
+    // go first.
+    ZOR_HIDDEN std::weak_ptr<const bool> Closed() const;
+
     class Registrations;
     std::shared_ptr<Registrations> _Registrations; // a dispatch under way keeps it, too
 };

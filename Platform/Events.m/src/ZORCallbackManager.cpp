@@ -28,6 +28,7 @@ public:
     std::size_t Count(const char* iEvent) const;
     // The manager is gone: dispatches under way call nothing more.
     void Close() { _Closed = true; }
+    const bool& IsClosed() const { return _Closed; }
 
 private:
     struct Place;
@@ -79,8 +80,8 @@ class ZORCallbackManager::Registrations::Dispatching
 {
 public:
     Dispatching(Registrations& ioOwner, Events::value_type& ioEvent)
-        : _Owner(ioOwner), _Event(ioEvent),
-          _Cursor{0, ioEvent.second.entries.size(), ioEvent.second.innermost}
+        : _Owner(ioOwner),
+          _Event(ioEvent), _Cursor{0, ioEvent.second.entries.size(), ioEvent.second.innermost}
     {
         _Event.second.innermost = &_Cursor;
     }
@@ -244,6 +245,11 @@ ZORCallbackManager::ZORCallbackManager() : _Registrations(std::make_shared<Regis
 ZORCallbackManager::~ZORCallbackManager()
 {
     _Registrations->Close();
+}
+
+std::weak_ptr<const bool> ZORCallbackManager::Closed() const
+{
+    return std::shared_ptr<const bool>(_Registrations, &_Registrations->IsClosed());
 }
 
 ZORCallback ZORCallbackManager::AddCallback(const char* iEvent, ZORCallbackFunction iFunction,
