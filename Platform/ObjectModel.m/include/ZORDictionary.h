@@ -12,7 +12,7 @@ class ZORBaseUnknown;
 //
 // A query looks the pair (class of the object, interface) up, then (parent class, interface) and so
 // on. Of several entries for one pair the oldest answers; an entry of loaded code goes before one
-// of a dictionary file (see ZORDictionaryFiles.h). Thread rule: any thread.
+// of a dictionary file (see ZORDictionaryDirectories.h). Thread rule: any thread.
 
 // Makes a new adapter bound to the object and returns it with the reference that SetImpl added;
 // null when there is no memory.

@@ -1,27 +1,26 @@
 #include "DictionaryFiles.h"
 
 #include "DeclaredAdapter.h"
+#include "Descriptor.h"
 #include "DictionaryText.h"
 #include "Registry.h"
-#include "ZORDictionaryFiles.h"
+#include "ZORDictionaryDirectories.h"
 #include "ZORGetEnv.h"
 
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
-#include <dirent.h>
 #include <fcntl.h>
 #include <filesystem>
 #include <iostream>
-#include <mutex>
 #include <optional>
+#include <string_view>
 #include <sys/stat.h>
-#include <unistd.h>
+#include <system_error>
 
 namespace
 {
 
-constexpr char kSuffix[] = ".toml";
 constexpr std::size_t kLargestFile = 1U << 20; // a dictionary of ten thousand entries
 
 // In one piece: lines of other threads and processes do not mix into it.
@@ -36,95 +35,60 @@ std::vector<std::string> Directories()
     std::string_view rest = value ? value : "";
     std::vector<std::string> directories;
     while (!rest.empty()) {
-        const std::size_t end = std::min(rest.find(':'), rest.size());
-        if (end > 0)
-            directories.emplace_back(rest.substr(0, end));
-        rest.remove_prefix(std::min(end + 1, rest.size()));
+        const std::string_view next = rest.substr(0, rest.find(':'));
+        rest.remove_prefix(std::min(next.size() + 1, rest.size()));
+        if (!next.empty())
+            directories.emplace_back(next);
     }
     return directories;
 }
 
-bool IsDictionary(std::string_view iName)
+// The names of the dictionary files of a directory, sorted by their bytes.
+std::vector<std::string> NamesIn(const std::string& iDirectory, std::error_code& oFailure)
 {
-    const std::string_view suffix(kSuffix);
-    return iName.size() > suffix.size() && iName.front() != '.' &&
-           iName.substr(iName.size() - suffix.size()) == suffix;
+    std::vector<std::string> names;
+    oFailure.clear();
+    for (std::filesystem::directory_iterator each(iDirectory, oFailure), end;
+         !oFailure && each != end; each.increment(oFailure))
+        if (each->path().extension() == ".toml" && each->path().filename().string()[0] != '.')
+            names.push_back(each->path().filename().string());
+    std::sort(names.begin(), names.end());
+    return names;
 }
 
-struct Listing {
-    std::vector<std::string> files; // paths, in the order of their names
-    int failure = 0;                // why the directory cannot be read
-};
-
-Listing FilesOf(const std::string& iDirectory)
+std::nullopt_t Refuse(const std::string& iFile, const std::string& iWhy)
 {
-    Listing listing;
-    DIR* const directory = opendir(iDirectory.c_str());
-    if (!directory) {
-        listing.failure = errno;
-        return listing;
-    }
-    errno = 0;
-    while (const dirent* const each = readdir(directory))
-        if (IsDictionary(each->d_name))
-            listing.files.push_back(iDirectory + "/" + each->d_name);
-    listing.failure = errno;
-    closedir(directory);
-    std::sort(listing.files.begin(), listing.files.end());
-    return listing;
+    Tell(iFile, "cannot be read: " + iWhy);
+    return std::nullopt;
 }
 
-class OpenFile
+// The bytes of the file; nothing, once the reason is told, when they are not to be had. Nothing is
+// waited for: a pipe of that name must not hold the program up.
+std::optional<std::string> Read(const std::string& iFile)
 {
-public:
-    // Without waiting: a pipe of that name must not hold the program up.
-    explicit OpenFile(const std::string& iPath)
-        : _Descriptor(open(iPath.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY))
-    {
+    const Descriptor file(Uninterrupted(
+        [&] { return open(iFile.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY); }));
+    struct stat status;
+    if (!file || fstat(file.Get(), &status) != 0)
+        return Refuse(iFile, std::strerror(errno));
+    if (!S_ISREG(status.st_mode))
+        return Refuse(iFile, "it is no plain file");
+    if (status.st_size > static_cast<off_t>(kLargestFile))
+        return Refuse(iFile, "it has more than 1 MiB");
+    std::string bytes(static_cast<std::size_t>(status.st_size), '\0');
+    std::size_t size = 0;
+    while (size < bytes.size()) {
+        const ssize_t got = Uninterrupted(
+            [&] { return read(file.Get(), bytes.data() + size, bytes.size() - size); });
+        if (got < 0)
+            return Refuse(iFile, std::strerror(errno));
+        if (got == 0)
+            break;
+        size += static_cast<std::size_t>(got);
     }
-    ~OpenFile()
-    {
-        if (_Descriptor >= 0)
-            close(_Descriptor);
-    }
-    OpenFile(const OpenFile&) = delete;
-    OpenFile& operator=(const OpenFile&) = delete;
-
-    // The bytes of the file; nothing, with the reason in oFailure, when they are not to be had.
-    std::optional<std::string> Read(std::string& oFailure) const
-    {
-        struct stat status;
-        if (_Descriptor < 0 || fstat(_Descriptor, &status) != 0)
-            return Refuse(oFailure, std::strerror(errno));
-        if (!S_ISREG(status.st_mode))
-            return Refuse(oFailure, "it is no plain file");
-        if (status.st_size > static_cast<off_t>(kLargestFile))
-            return Refuse(oFailure, "it has more than 1 MiB");
-        std::string bytes(static_cast<std::size_t>(status.st_size), '\0');
-        std::size_t done = 0;
-        while (done < bytes.size()) {
-            const ssize_t got = read(_Descriptor, bytes.data() + done, bytes.size() - done);
-            if (got < 0 && errno == EINTR)
-                continue;
-            if (got < 0)
-                return Refuse(oFailure, std::strerror(errno));
-            if (got == 0)
-                break;
-            done += static_cast<std::size_t>(got);
-        }
-        bytes.resize(done);
-        return bytes;
-    }
-
-private:
-    static std::nullopt_t Refuse(std::string& oFailure, const char* iWhy)
-    {
-        oFailure = iWhy;
-        return std::nullopt;
-    }
-
-    int _Descriptor;
-};
+    bytes.resize(size);
+    return bytes;
+}
 
 // The file's absolute path: the program may be elsewhere when a library is loaded.
 std::string Absolute(const std::string& iFile)
@@ -137,12 +101,9 @@ std::string Absolute(const std::string& iFile)
 // Enters what the file declares and returns whether that was anything.
 bool TakeFile(const std::string& iFile)
 {
-    std::string failure;
-    const std::optional<std::string> bytes = OpenFile(iFile).Read(failure);
-    if (!bytes) {
-        Tell(iFile, "cannot be read: " + failure);
+    const std::optional<std::string> bytes = Read(iFile);
+    if (!bytes)
         return false;
-    }
     const DictionaryText text = ReadDictionaryText(*bytes);
     for (const DictionaryMistake& each : text.mistakes)
         Tell(iFile, "line " + std::to_string(each.line) + ": " + each.what);
@@ -156,21 +117,13 @@ bool TakeAll()
 {
     bool any = false;
     for (const std::string& directory : Directories()) {
-        const Listing listing = FilesOf(directory);
-        if (listing.failure != 0 && listing.failure != ENOENT)
-            Tell(directory, std::string("cannot be read: ") + std::strerror(listing.failure));
-        for (const std::string& file : listing.files)
-            any = TakeFile(file) || any;
+        std::error_code failure;
+        for (const std::string& name : NamesIn(directory, failure))
+            any = TakeFile(directory + "/" + name) || any;
+        if (failure && failure != std::errc::no_such_file_or_directory)
+            Tell(directory, "cannot be read: " + failure.message());
     }
     return any;
-}
-
-ZORListValZORUnicodeString ListOf(const std::vector<std::string>& iTexts)
-{
-    ZORListValZORUnicodeString list;
-    for (const std::string& each : iTexts)
-        list.Append(ZORUnicodeString(each));
-    return list;
 }
 
 } // namespace
@@ -181,12 +134,13 @@ bool ReadDictionaryFiles()
     return any;
 }
 
-ZORListValZORUnicodeString ZORListOfDictionaryDirectories()
+std::vector<ZORDictionaryDirectory> ZORDictionaryDirectories()
 {
-    return ListOf(Directories());
-}
-
-ZORListValZORUnicodeString ZORListOfDictionaryFiles(const ZORUnicodeString& iDirectory)
-{
-    return ListOf(FilesOf(iDirectory.ConvertToChar()).files);
+    std::vector<ZORDictionaryDirectory> all;
+    std::error_code ignored;
+    for (std::string& path : Directories()) {
+        std::vector<std::string> names = NamesIn(path, ignored);
+        all.push_back({std::move(path), std::move(names)});
+    }
+    return all;
 }

@@ -3,7 +3,7 @@
 #include "ZORIDuxMaskEditor.h"
 
 // Makes the mask editor: an object of the late type "DUXMaskEditor", implemented by another library
-// that the dictionary names (see ZORDictionaryFiles.h). The handle is its only owner; every call
+// that the dictionary names (see ZORDictionaryDirectories.h). The handle is its only owner; every call
 // makes another one. A null handle means that nobody implements it.
 //
 //     if (ZORIDuxMaskEditor_var found = GetMaskEditor())

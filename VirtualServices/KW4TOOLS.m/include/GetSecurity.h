@@ -3,7 +3,7 @@
 #include "ZORIDuxSecurity.h"
 
 // Makes the security component: an object of the late type "DUXSecurity", implemented by another
-// library that the dictionary names (see ZORDictionaryFiles.h). The handle is its only owner; every
+// library that the dictionary names (see ZORDictionaryDirectories.h). The handle is its only owner; every
 // call makes another one. A null handle means that nobody implements it.
 //
 //     if (ZORIDuxSecurity_var found = GetSecurity())

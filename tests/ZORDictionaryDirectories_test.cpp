@@ -1,4 +1,4 @@
-#include "ZORDictionaryFiles.h"
+#include "ZORDictionaryDirectories.h"
 
 #include "CapturedOutput.h"
 #include "ScopedDirectory.h"
@@ -71,14 +71,6 @@ std::vector<std::string> Supported(const char* iInterface)
     return names;
 }
 
-std::vector<std::string> Texts(const ZORListValZORUnicodeString& iList)
-{
-    std::vector<std::string> texts;
-    for (const ZORUnicodeString& each : iList)
-        texts.emplace_back(each.ConvertToChar());
-    return texts;
-}
-
 // What the query for the interface raises: its text, or nothing when it raises nothing.
 std::optional<std::string> Raised(const ZORBaseUnknown_var& iObject, const char* iInterface)
 {
@@ -107,7 +99,7 @@ ZOR_IMPLEMENT_TIE(ZORIDuxSecurity, ZORObject, ZORKindTie)
 
 } // namespace
 
-TEST(ZORDictionaryFiles, AProgramFindsAComponentItWasNeverLinkedWith)
+TEST(ZORDictionaryDirectories, AProgramFindsAComponentItWasNeverLinkedWith)
 {
     const Dictionary dictionary;
     dictionary.Write("security.toml", Entry("TestGuard", "ZORIDuxSecurity"));
@@ -123,7 +115,7 @@ TEST(ZORDictionaryFiles, AProgramFindsAComponentItWasNeverLinkedWith)
     EXPECT_FALSE(ZORIDuxMaskEditor_var(object));
 }
 
-TEST(ZORDictionaryFiles, AnInterfaceThatTheProgramDoesNotKnowIsFoundByName)
+TEST(ZORDictionaryDirectories, AnInterfaceThatTheProgramDoesNotKnowIsFoundByName)
 {
     const Dictionary dictionary;
     dictionary.Write("watch.toml", Entry("TestGuard", "ITestWatch"));
@@ -135,7 +127,7 @@ TEST(ZORDictionaryFiles, AnInterfaceThatTheProgramDoesNotKnowIsFoundByName)
     EXPECT_STREQ(watch->IsA(), "ITestWatch");
 }
 
-TEST(ZORDictionaryFiles, ACreatorMayHaveAnyNameAndCLinkage)
+TEST(ZORDictionaryDirectories, ACreatorMayHaveAnyNameAndCLinkage)
 {
     const Dictionary dictionary;
     dictionary.Write("mask.toml", Entry("TestGuard", "ZORIDuxMaskEditor") +
@@ -149,7 +141,7 @@ TEST(ZORDictionaryFiles, ACreatorMayHaveAnyNameAndCLinkage)
     }
 }
 
-TEST(ZORDictionaryFiles, NoFileIsTouchedBeforeAQueryMisses)
+TEST(ZORDictionaryDirectories, NoFileIsTouchedBeforeAQueryMisses)
 {
     const Dictionary dictionary;
     dictionary.Write("broken.toml", "what is this");
@@ -164,7 +156,7 @@ TEST(ZORDictionaryFiles, NoFileIsTouchedBeforeAQueryMisses)
     EXPECT_THAT(errors.Text(), StartsWith(dictionary / "broken.toml: line 1: "));
 }
 
-TEST(ZORDictionaryFiles, FilesAreReadOnce)
+TEST(ZORDictionaryDirectories, FilesAreReadOnce)
 {
     const Dictionary dictionary;
     dictionary.Write("broken.toml", "what is this");
@@ -177,16 +169,16 @@ TEST(ZORDictionaryFiles, FilesAreReadOnce)
     EXPECT_EQ(errors.Text(), told);
 }
 
-TEST(ZORDictionaryFiles, WithoutThePathThereIsNothingToRead)
+TEST(ZORDictionaryDirectories, WithoutThePathThereIsNothingToRead)
 {
     const ScopedEnvironment unset("ZOR_DICTIONARY_PATH", std::nullopt);
     const CapturedOutput errors(2);
     EXPECT_FALSE(ZORIDuxSecurity_var(Object("TestGuard")));
-    EXPECT_THAT(Texts(ZORListOfDictionaryDirectories()), IsEmpty());
+    EXPECT_TRUE(ZORDictionaryDirectories().empty());
     EXPECT_EQ(errors.Text(), "");
 }
 
-TEST(ZORDictionaryFiles, ARelativeLibraryBeginsAtTheDirectoryOfTheFile)
+TEST(ZORDictionaryDirectories, ARelativeLibraryBeginsAtTheDirectoryOfTheFile)
 {
     const ScopedDirectory site;
     std::filesystem::create_directories(site.Path() / "lib");
@@ -201,7 +193,7 @@ TEST(ZORDictionaryFiles, ARelativeLibraryBeginsAtTheDirectoryOfTheFile)
     EXPECT_TRUE(ZORIDuxSecurity_var(Object("TestGuard")));
 }
 
-TEST(ZORDictionaryFiles, ABareLibraryNameIsTheLoadersToFind)
+TEST(ZORDictionaryDirectories, ABareLibraryNameIsTheLoadersToFind)
 {
     const Dictionary dictionary;
     dictionary.Write("bare.toml", Entry("TestGuard", "ZORIDuxSecurity", "libZORPLATFORM.so.1"));
@@ -209,7 +201,7 @@ TEST(ZORDictionaryFiles, ABareLibraryNameIsTheLoadersToFind)
                 HasSubstr("the library has no such creator"));
 }
 
-TEST(ZORDictionaryFiles, ALibraryThatCannotBeLoadedIsAnErrorWithTheLoadersText)
+TEST(ZORDictionaryDirectories, ALibraryThatCannotBeLoadedIsAnErrorWithTheLoadersText)
 {
     const Dictionary dictionary;
     const std::string missing = dictionary / "libMissing.so";
@@ -232,7 +224,7 @@ TEST(ZORDictionaryFiles, ALibraryThatCannotBeLoadedIsAnErrorWithTheLoadersText)
     EXPECT_TRUE(ZORIDuxSecurity_var(object)) << "once the library is there";
 }
 
-TEST(ZORDictionaryFiles, ALibraryWithoutTheCreatorIsAnErrorWithTheLoadersText)
+TEST(ZORDictionaryDirectories, ALibraryWithoutTheCreatorIsAnErrorWithTheLoadersText)
 {
     const Dictionary dictionary;
     dictionary.Write("site.toml",
@@ -243,7 +235,7 @@ TEST(ZORDictionaryFiles, ALibraryWithoutTheCreatorIsAnErrorWithTheLoadersText)
     EXPECT_THAT(text, HasSubstr("undefined symbol: NoSuchCreator"));
 }
 
-TEST(ZORDictionaryFiles, ATextFileInsteadOfALibraryIsAnError)
+TEST(ZORDictionaryDirectories, ATextFileInsteadOfALibraryIsAnError)
 {
     const Dictionary dictionary;
     const std::string text = dictionary.Write("libText.so", "not a library\n");
@@ -252,7 +244,7 @@ TEST(ZORDictionaryFiles, ATextFileInsteadOfALibraryIsAnError)
                 HasSubstr("libText.so: file too short"));
 }
 
-TEST(ZORDictionaryFiles, ACreatorMayGiveNothingOrRaise)
+TEST(ZORDictionaryDirectories, ACreatorMayGiveNothingOrRaise)
 {
     const Dictionary dictionary;
     dictionary.Write("site.toml",
@@ -263,7 +255,7 @@ TEST(ZORDictionaryFiles, ACreatorMayGiveNothingOrRaise)
               "ZORInternalError raised in Companion, line 7");
 }
 
-TEST(ZORDictionaryFiles, TheDeclarationReadFirstCounts)
+TEST(ZORDictionaryDirectories, TheDeclarationReadFirstCounts)
 {
     const ScopedDirectory first;
     const ScopedDirectory second;
@@ -280,7 +272,7 @@ TEST(ZORDictionaryFiles, TheDeclarationReadFirstCounts)
         EXPECT_TRUE(ZORIDuxSecurity_var(Object(type))) << type;
 }
 
-TEST(ZORDictionaryFiles, LoadedCodeGoesBeforeFilesAndTheClassBeforeItsParents)
+TEST(ZORDictionaryDirectories, LoadedCodeGoesBeforeFilesAndTheClassBeforeItsParents)
 {
     const Dictionary dictionary;
     dictionary.Write("site.toml", Entry("TestGuard", "ZORIDuxSecurity") +
@@ -295,7 +287,7 @@ TEST(ZORDictionaryFiles, LoadedCodeGoesBeforeFilesAndTheClassBeforeItsParents)
     EXPECT_EQ(ZORIDuxSecurity_var(Object(""))->IsAllowed("", "", ""), 42);
 }
 
-TEST(ZORDictionaryFiles, ListsTheClassesThatFilesDeclareWithoutLoadingAnything)
+TEST(ZORDictionaryDirectories, ListsTheClassesThatFilesDeclareWithoutLoadingAnything)
 {
     const Dictionary dictionary;
     dictionary.Write("a.toml",
@@ -310,7 +302,7 @@ TEST(ZORDictionaryFiles, ListsTheClassesThatFilesDeclareWithoutLoadingAnything)
     EXPECT_FALSE(CompanionIsLoaded());
 }
 
-TEST(ZORDictionaryFiles, RemoveDictionaryWithdrawsADeclarationToo)
+TEST(ZORDictionaryDirectories, RemoveDictionaryWithdrawsADeclarationToo)
 {
     const Dictionary dictionary;
     dictionary.Write("a.toml", Entry("TestGuard", "ZORIDuxSecurity"));
@@ -321,7 +313,7 @@ TEST(ZORDictionaryFiles, RemoveDictionaryWithdrawsADeclarationToo)
 }
 
 // Each mistake is one line with the file and its line, and all other entries work.
-TEST(ZORDictionaryFiles, TellsEachMistakeInOneLineAndTakesTheOtherEntries)
+TEST(ZORDictionaryDirectories, TellsEachMistakeInOneLineAndTakesTheOtherEntries)
 {
     struct Row {
         const char* text; // stands between two sound entries
@@ -383,7 +375,7 @@ TEST(ZORDictionaryFiles, TellsEachMistakeInOneLineAndTakesTheOtherEntries)
     EXPECT_THAT(Supported("IOk"), ElementsAre("Ok"));
 }
 
-TEST(ZORDictionaryFiles, AnUnterminatedTextIsOneMistakeAndTheEntriesBeforeItWork)
+TEST(ZORDictionaryDirectories, AnUnterminatedTextIsOneMistakeAndTheEntriesBeforeItWork)
 {
     const Dictionary dictionary;
     dictionary.Write("a.toml", Entry("A", "IA", "l") + "[[adapter]]\nclass = \"\"\"\n" +
@@ -394,7 +386,7 @@ TEST(ZORDictionaryFiles, AnUnterminatedTextIsOneMistakeAndTheEntriesBeforeItWork
     EXPECT_EQ(std::count(told.begin(), told.end(), '\n'), 1) << told;
 }
 
-TEST(ZORDictionaryFiles, AFileFullOfMistakesIsLeftOut)
+TEST(ZORDictionaryDirectories, AFileFullOfMistakesIsLeftOut)
 {
     const Dictionary dictionary;
     std::string text;
@@ -407,7 +399,7 @@ TEST(ZORDictionaryFiles, AFileFullOfMistakesIsLeftOut)
     EXPECT_THAT(errors.Text(), HasSubstr("too many mistakes: the file is left out"));
 }
 
-TEST(ZORDictionaryFiles, WhatIsNoPlainFileIsToldAndNotWaitedFor)
+TEST(ZORDictionaryDirectories, WhatIsNoPlainFileIsToldAndNotWaitedFor)
 {
     const Dictionary dictionary;
     std::filesystem::create_directory(dictionary / "a.toml");
@@ -424,7 +416,7 @@ TEST(ZORDictionaryFiles, WhatIsNoPlainFileIsToldAndNotWaitedFor)
                   (dictionary / "d.toml: cannot be read: No such file or directory\n"));
 }
 
-TEST(ZORDictionaryFiles, ADirectoryThatIsNoneIsToldAndAMissingOneIsNot)
+TEST(ZORDictionaryDirectories, ADirectoryThatIsNoneIsToldAndAMissingOneIsNot)
 {
     const ScopedDirectory place;
     const std::string file = place.Write("file", "");
@@ -434,20 +426,22 @@ TEST(ZORDictionaryFiles, ADirectoryThatIsNoneIsToldAndAMissingOneIsNot)
     EXPECT_EQ(errors.Text(), file + ": cannot be read: Not a directory\n");
 }
 
-TEST(ZORDictionaryFiles, ListsDirectoriesAndFilesInTheOrderTheyAreRead)
+TEST(ZORDictionaryDirectories, ListsDirectoriesAndFilesInTheOrderTheyAreRead)
 {
     const ScopedDirectory place;
     for (const char* name : {"b.toml", "a.toml", "c.toml~", ".hidden.toml", "readme", ".toml"})
         place.Write(name, "");
     const std::string there = place.Path().string();
     const ScopedEnvironment path("ZOR_DICTIONARY_PATH", ":" + there + "::/nowhere:");
-    EXPECT_THAT(Texts(ZORListOfDictionaryDirectories()), ElementsAre(there, "/nowhere"));
-    EXPECT_THAT(Texts(ZORListOfDictionaryFiles(there.c_str())),
-                ElementsAre(place / "a.toml", place / "b.toml"));
-    EXPECT_THAT(Texts(ZORListOfDictionaryFiles("/nowhere")), IsEmpty());
+    const std::vector<ZORDictionaryDirectory> directories = ZORDictionaryDirectories();
+    ASSERT_EQ(directories.size(), 2U);
+    EXPECT_EQ(directories[0].path, there);
+    EXPECT_THAT(directories[0].names, ElementsAre("a.toml", "b.toml"));
+    EXPECT_EQ(directories[1].path, "/nowhere");
+    EXPECT_THAT(directories[1].names, IsEmpty());
 }
 
-TEST(ZORDictionaryFiles, ThreadsThatMissAtOnceFindTheSameComponent)
+TEST(ZORDictionaryDirectories, ThreadsThatMissAtOnceFindTheSameComponent)
 {
     const Dictionary dictionary;
     dictionary.Write("security.toml", Entry("TestGuard", "ZORIDuxSecurity"));

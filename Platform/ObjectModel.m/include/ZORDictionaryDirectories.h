@@ -1,6 +1,9 @@
 #pragma once
 
-#include "ZORListValZORUnicodeString.h"
+#include "ZORExport.h"
+
+#include <string>
+#include <vector>
 
 // Dictionary files tell which shared library implements an interface for a class, so that a program
 // finds components it was never linked with. They are the files NAME.toml in the directories that
@@ -28,10 +31,14 @@
 // other entries work. A library that cannot be loaded, or has no such creator, is an error of the
 // query: a ZORInternalError with file, line and the loader's text.
 
-// The directories in the order they are searched, whether they exist or not. Thread rule: no thread
-// may change the environment meanwhile.
-ZOR_EXPORT ZORListValZORUnicodeString ZORListOfDictionaryDirectories();
+// What an administrator wants to see of them:
+struct ZORDictionaryDirectory {
+    std::string path;
+    // The names of the dictionary files in it, in the order they are read. Empty when the directory
+    // is missing or may not be read.
+    std::vector<std::string> names;
+};
 
-// The paths of the dictionary files in a directory, in the order they are read; none when it cannot
-// be read. Thread rule: any thread.
-ZOR_EXPORT ZORListValZORUnicodeString ZORListOfDictionaryFiles(const ZORUnicodeString& iDirectory);
+// The directories in their order; none when the variable names none. Reads the environment and the
+// directories afresh. Thread rule: any thread, while none changes the environment.
+ZOR_EXPORT std::vector<ZORDictionaryDirectory> ZORDictionaryDirectories();
