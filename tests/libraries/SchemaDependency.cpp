@@ -1,0 +1,6 @@
+// What the library SchemaDependent needs.
+
+extern "C" __attribute__((visibility("default"))) int depended()
+{
+    return 1;
+}
