@@ -14,6 +14,7 @@ namespace
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
+using ::testing::StartsWith;
 
 using Model = ZORHandle<ZORDuxModel>;
 
@@ -181,18 +182,24 @@ TEST(ZORDuxModel, KeepsTheOrderOfItsVirtualOperations)
         "ZORImplementationAdapter::GetName_B() const",
         "ZORImplementationAdapter::GetSymbolicLink() const",
         "ZORImplementationAdapter::GetIdentifier() const",
-        "ZORImplementationAdapter::GetDocument(ZORHandle<ZORBaseUnknown>&) const",
-        "ZORImplementationAdapter::GetLocatorType(ZORUnicodeString&) const",
-        "ZORImplementationAdapter::GetAdditionalInfos(ZORListValZORUnicodeString&) const",
-        "ZORImplementationAdapter::ListSupportedAreasIdentifier(ZORListValZORUnicodeString&) const",
-        "ZORImplementationAdapter::IsAFilledArea(ZORUnicodeString const&, int&) const",
-        "ZORImplementationAdapter::FillArea(ZORUnicodeString const&)",
-        "ZORImplementationAdapter::GetStoredName(ZORUnicodeString&) const",
-        "ZORImplementationAdapter::ExternalBindPointedObjects()",
     };
-    ASSERT_EQ(operations.size(), 37U + 1U);
-    EXPECT_EQ(VirtualTable(Make("Assembly", "AP214").Get(), operations.size()), operations);
-    EXPECT_EQ(SlotOf(&ZORDuxModel::ExternalBindPointedObjects), operations.size() - 1);
+    constexpr std::size_t kOperations = 37 + 1;
+    const std::vector<std::string> table =
+        VirtualTable(Make("Assembly", "AP214").Get(), kOperations);
+    for (std::size_t i = 0; i < operations.size(); ++i)
+        EXPECT_EQ(table[i], operations[i]) << i;
+    // Some of the others do the same, and compilers make one function of them.
+    for (std::size_t i = operations.size(); i < kOperations; ++i)
+        EXPECT_THAT(table[i], StartsWith("ZORImplementationAdapter::")) << i;
+    EXPECT_EQ(SlotOf(&ZORDuxModel::GetIdentifier), 29U);
+    EXPECT_EQ(SlotOf(&ZORDuxModel::GetDocument), 30U);
+    EXPECT_EQ(SlotOf(&ZORDuxModel::GetLocatorType), 31U);
+    EXPECT_EQ(SlotOf(&ZORDuxModel::GetAdditionalInfos), 32U);
+    EXPECT_EQ(SlotOf(&ZORDuxModel::ListSupportedAreasIdentifier), 33U);
+    EXPECT_EQ(SlotOf(&ZORDuxModel::IsAFilledArea), 34U);
+    EXPECT_EQ(SlotOf(&ZORDuxModel::FillArea), 35U);
+    EXPECT_EQ(SlotOf(&ZORDuxModel::GetStoredName), 36U);
+    EXPECT_EQ(SlotOf(&ZORDuxModel::ExternalBindPointedObjects), kOperations - 1);
 }
 
 TEST(TIEZORIDuxModelZORDuxModel, ShowsTheModel)
