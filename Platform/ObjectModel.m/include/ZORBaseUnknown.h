@@ -26,12 +26,13 @@ enum ZORQueryResult : int {
 //
 // An object and the adapters that show its interfaces share one reference count and one life: an
 // adapter is made by the first query for its interface, answers every later one, and goes with
-// its object. A reference to any of them therefore keeps all of them.
+// its object. A reference to any of them therefore keeps all of them, and all of them are equal.
 //
 // `new` of a component yields null when there is no memory; nothing is thrown.
 //
-// Thread rule: counting and queries may be done from several threads at once. The count is plain
-// while the process has a single thread.
+// Thread rule: counting and queries may be done from several threads at once, and the last
+// reference may go in any of them: the destructors then run there. The count is plain while the
+// process has a single thread.
 //
 // The order of the virtual operations is part of the binary interface.
 class ZOR_EXPORT ZORBaseUnknown
@@ -47,12 +48,16 @@ public:
     // Asks for the interface (or class) with the identifier `iInterface`. On success *oInterface is
     // a pointer of that type with a reference of its own and the result is ZORInterfaceFound;
     // otherwise *oInterface is null, the count is as it was and the result is ZORNoInterface.
-    // An adapter answers for its object. Costs no allocation once the adapter exists.
+    // An adapter answers for its object. Costs no allocation once the adapter exists. The first
+    // query that the dictionary of loaded code has no answer for reads the dictionary files; one
+    // that such a file answers loads the library named there, and raises a ZORInternalError when
+    // that cannot be done (see ZORDictionaryDirectories.h).
     virtual int QueryInterface(const GUID& iInterface, void** oInterface);
     // Adds a reference and returns the new count.
     virtual unsigned int AddRef();
     // Drops a reference and returns the count left; at 0 the object and its adapters are gone.
-    // Queries, AddRef and Release from inside a destructor are safe.
+    // Queries, AddRef and Release from inside the destructors of the object and of its adapters are
+    // safe. What they give must not be kept beyond the destructor.
     virtual unsigned int Release();
     virtual ~ZORBaseUnknown();
 
@@ -93,17 +98,22 @@ protected:
     {
         return _Object ? _Object : const_cast<ZORBaseUnknown*>(this);
     }
+    // Adds a reference unless the last one is gone already: for platform classes that know of an
+    // object without holding it. The object's memory must still be there.
+    ZOR_HIDDEN bool AddRefIfAlive();
 
 private:
     friend void TieConstructor(ZORBaseUnknown*, ZORBaseUnknown*, const GUID&, const GUID&);
+    friend bool ZORIsOfClass(const ZORBaseUnknown*, const ZORMetaClass*);
 
     template <class Matches>
     ZOR_HIDDEN ZORBaseUnknown* FindAdapter(Matches iMatches) const;
     ZOR_HIDDEN ZORBaseUnknown* FindOrMake(const ZORMetaClass* iInterface);
+    ZOR_HIDDEN void LeaveAdapters();
 
     std::atomic<std::uint32_t> _Count{1};
     ZORBaseUnknown* _Object = nullptr;               // of an adapter: what it stands for
-    std::atomic<ZORBaseUnknown*> _Adapters{nullptr}; // of an object: its adapters, newest first;
+    std::atomic<ZORBaseUnknown*> _Adapters{nullptr}; // of an object: its adapters, oldest first;
                                                      // of an adapter: the next one in that list
     const ZORMetaClass* _Interface = nullptr;        // of an adapter: what it shows
 };

@@ -8,10 +8,11 @@ class ZORBaseUnknown;
 // The dictionary: which class offers which interface, and who makes the adapter.
 //
 //     static const ZORFillDictionary entry("SomeClass", "SomeInterface",
-//     CreateTIESomeInterfaceSomeClass);
+//                                          CreateTIESomeInterfaceSomeClass);
 //
 // A query looks the pair (class of the object, interface) up, then (parent class, interface) and so
-// on. Thread rule: any thread.
+// on. Of several entries for one pair the oldest answers; an entry of loaded code goes before one
+// of a dictionary file (see ZORDictionaryDirectories.h). Thread rule: any thread.
 
 // Makes a new adapter bound to the object and returns it with the reference that SetImpl added;
 // null when there is no memory.
@@ -29,8 +30,8 @@ ZOR_EXPORT void AddDictionary(const GUID& iClassId, const GUID* iKind, const cha
                               const char* iEntryName, ZORCreator iCreator, void* iObject,
                               const char* iLibrary, int iFlags);
 
-// Withdraws the adapter entries of the pair and returns how many there were. Adapters that exist
-// already go on working.
+// Withdraws the adapter entries of the pair, that of a dictionary file included, and returns how
+// many there were. Adapters that exist already go on working.
 ZOR_EXPORT int RemoveDictionary(const char* iClassName, const char* iInterfaceName);
 
 // A dictionary entry that lives as long as this object: made when a library is loaded, withdrawn

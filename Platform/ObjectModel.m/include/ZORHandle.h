@@ -20,6 +20,14 @@ class ZORHandle
 public:
     ZORHandle() = default;
     ZORHandle(std::nullptr_t) {}
+    // Takes over the caller's reference, that of a new object for example; null gives a null
+    // handle.
+    static ZORHandle Adopt(Interface* iInterface)
+    {
+        ZORHandle handle;
+        handle._Interface = iInterface;
+        return handle;
+    }
     // Holds a reference of its own; the caller keeps the one it has.
     ZORHandle(Interface* iInterface) : _Interface(iInterface)
     {

@@ -55,6 +55,8 @@ public:
     // The class this one is based on, or null.
     ZORMetaClass* GetParent() const { return _Parent.load(std::memory_order_acquire); }
     void SetParent(ZORMetaClass* iParent) { _Parent.store(iParent, std::memory_order_release); }
+    // Makes a parent of `iParent` unless the class has an identifier or a parent already.
+    void SetFirstParent(ZORMetaClass* iParent);
 
     // Of an adapter class: the class it stands for; else null.
     ZORMetaClass* GetImplementation() const { return _Implementation; }
@@ -63,8 +65,9 @@ public:
     int IsAKindOf(const char* iClassName) const;
 
     // The classes that have a dictionary entry for the interface, in the order the entries were
-    // made; null when there is none (or no name). The chain belongs to the platform and stays valid
-    // until an entry for that interface is made or withdrawn.
+    // made, those of dictionary files included; null when there is none (or no name). The chain
+    // belongs to the platform and stays valid until an entry for that interface is made or
+    // withdrawn. The first call reads the dictionary files; no library is loaded.
     static const ZORSupportedClass* ListOfSupportedClass(const char* iInterfaceName);
 
 private:

@@ -9,9 +9,14 @@
 ZOR_EXPORT void TieConstructor(ZORBaseUnknown* iAdapter, ZORBaseUnknown* iObject,
                                const GUID& iClass, const GUID& iInterface);
 
+// Whether the object, or the one behind it when it is an adapter, is of that class or of one
+// derived from it. False for null. Creators ask this first: what an adapter forwards to must be
+// there.
+ZOR_EXPORT bool ZORIsOfClass(const ZORBaseUnknown* iObject, const ZORMetaClass* iClass);
+
 // A TIE adapter: the class TIE<Interface><Class>, which shows the interface on objects of the class
 // by forwarding each operation, and the function CreateTIE<Interface><Class>, which the dictionary
-// calls.
+// calls. It makes no adapter for an object of another class.
 //
 //     class TIESomeInterfaceSomeClass final : public SomeInterface
 //     {
@@ -21,7 +26,11 @@ ZOR_EXPORT void TieConstructor(ZORBaseUnknown* iAdapter, ZORBaseUnknown* iObject
 //     };
 //     ZOR_IMPLEMENT_TIE(SomeInterface, SomeClass, ZORKindTie)                 // in its source
 //     static const ZORFillDictionary entry("SomeClass", "SomeInterface",
-//     CreateTIESomeInterfaceSomeClass);
+//                                          CreateTIESomeInterfaceSomeClass);
+//
+// For a late type (see ZORObject.h) there is no class to forward to: its objects are bare, and the
+// adapter is the implementation, with what state it needs. `using SomeType = ZORObject;` before the
+// adapter gives it its name.
 
 #define ZOR_DECLARE_TIE(Interface, Class)                                                          \
     ZOR_DECLARE_CLASS                                                                              \
@@ -47,5 +56,6 @@ private:                                                                        
     TIE##Interface##Class::~TIE##Interface##Class() = default;                                     \
     ZORBaseUnknown* CreateTIE##Interface##Class(ZORBaseUnknown* iObject)                           \
     {                                                                                              \
-        return iObject ? new TIE##Interface##Class(iObject) : nullptr;                             \
+        return ZORIsOfClass(iObject, Class::MetaObject()) ? new TIE##Interface##Class(iObject)     \
+                                                          : nullptr;                               \
     }

@@ -1,5 +1,6 @@
 #include "Registry.h"
 
+#include <algorithm>
 #include <cstring>
 #include <mutex>
 
@@ -57,44 +58,94 @@ void Registry::Identify(const GUID& iClassId, ZORMetaClass* iMetaObject)
     _ById.emplace(iClassId, iMetaObject);
 }
 
+Registry::Pair Registry::PairOf(const char* iClassName, const char* iInterfaceName)
+{
+    return {FindLocked(iClassName), FindLocked(iInterfaceName)};
+}
+
+// Lists the class among those that support the interface when these are its first entries.
+Registry::Entries& Registry::EntriesOf(const Pair& iPair)
+{
+    const auto [found, isNew] = _Entries.try_emplace(iPair);
+    if (isNew) {
+        std::list<ZORSupportedClass>& chain = _Supported[iPair.second];
+        ZORSupportedClass* const last = chain.empty() ? nullptr : &chain.back();
+        chain.push_back({iPair.first->GetClassName(), nullptr});
+        if (last)
+            last->next = &chain.back();
+    }
+    return found->second;
+}
+
+void Registry::Forget(const Pair& iPair)
+{
+    _Entries.erase(iPair);
+    std::list<ZORSupportedClass>& chain = _Supported[iPair.second];
+    const char* const name = iPair.first->GetClassName();
+    chain.remove_if([&](const ZORSupportedClass& each) { return each.className == name; });
+    const ZORSupportedClass* next = nullptr;
+    for (auto each = chain.rbegin(); each != chain.rend(); ++each)
+        next = &(each->next = next, *each);
+}
+
 void Registry::AddAdapter(const char* iClassName, const char* iInterfaceName, ZORCreator iCreator)
 {
     const std::unique_lock lock(_Mutex);
-    const ZORMetaClass* const implementation = FindLocked(iClassName);
-    const ZORMetaClass* const interface = FindLocked(iInterfaceName);
-    std::vector<ZORCreator>& creators = _Creators[{implementation, interface}];
-    creators.push_back(iCreator);
-    if (creators.size() == 1)
-        AddSupported(interface, implementation->GetClassName());
+    EntriesOf(PairOf(iClassName, iInterfaceName)).creators.push_back(iCreator);
 }
 
-int Registry::RemoveAdapters(const char* iClassName, const char* iInterfaceName,
+void Registry::Declare(const char* iClassName, const char* iInterfaceName,
+                       std::shared_ptr<DeclaredAdapter> iDeclared)
+{
+    const std::unique_lock lock(_Mutex);
+    std::shared_ptr<DeclaredAdapter>& declared =
+        EntriesOf(PairOf(iClassName, iInterfaceName)).declared;
+    if (!declared)
+        declared = std::move(iDeclared);
+}
+
+void Registry::RemoveAdapter(const char* iClassName, const char* iInterfaceName,
                              ZORCreator iCreator)
 {
     const std::unique_lock lock(_Mutex);
-    const ZORMetaClass* const implementation = FindLocked(iClassName);
-    const ZORMetaClass* const interface = FindLocked(iInterfaceName);
-    const auto found = _Creators.find({implementation, interface});
-    if (found == _Creators.end())
-        return 0;
-    const auto removed = std::erase_if(
-        found->second, [&](ZORCreator each) { return !iCreator || each == iCreator; });
-    if (found->second.empty()) {
-        _Creators.erase(found);
-        RemoveSupported(interface, implementation->GetClassName());
-    }
-    return static_cast<int>(removed);
+    const Pair pair = PairOf(iClassName, iInterfaceName);
+    const auto found = _Entries.find(pair);
+    if (found == _Entries.end())
+        return;
+    std::vector<ZORCreator>& creators = found->second.creators;
+    const auto each = std::find(creators.begin(), creators.end(), iCreator);
+    if (each != creators.end())
+        creators.erase(each);
+    if (creators.empty() && !found->second.declared)
+        Forget(pair);
 }
 
-ZORCreator Registry::FindCreator(const ZORMetaClass* iClass, const ZORMetaClass* iInterface) const
+int Registry::RemoveAll(const char* iClassName, const char* iInterfaceName)
+{
+    const std::unique_lock lock(_Mutex);
+    const Pair pair = PairOf(iClassName, iInterfaceName);
+    const auto found = _Entries.find(pair);
+    if (found == _Entries.end())
+        return 0;
+    const auto count = found->second.creators.size() + (found->second.declared ? 1 : 0);
+    Forget(pair);
+    return static_cast<int>(count);
+}
+
+Registry::Found Registry::FindCreator(const ZORMetaClass* iClass,
+                                      const ZORMetaClass* iInterface) const
 {
     const std::shared_lock lock(_Mutex);
-    for (; iClass; iClass = iClass->GetParent()) {
-        const auto found = _Creators.find({iClass, iInterface});
-        if (found != _Creators.end())
-            return found->second.front();
+    for (const ZORMetaClass* each = iClass; each; each = each->GetParent()) {
+        const auto found = _Entries.find({each, iInterface});
+        if (found == _Entries.end())
+            continue;
+        const std::vector<ZORCreator>& creators = found->second.creators;
+        if (!creators.empty())
+            return {creators.front(), nullptr, each != iClass};
+        return {nullptr, found->second.declared, each != iClass};
     }
-    return nullptr;
+    return {};
 }
 
 const ZORSupportedClass* Registry::Supported(std::string_view iInterfaceName) const
@@ -105,22 +156,4 @@ const ZORSupportedClass* Registry::Supported(std::string_view iInterfaceName) co
         return nullptr;
     const auto found = _Supported.find(interface->second.get());
     return found == _Supported.end() || found->second.empty() ? nullptr : &found->second.front();
-}
-
-void Registry::AddSupported(const ZORMetaClass* iInterface, const char* iClassName)
-{
-    std::list<ZORSupportedClass>& chain = _Supported[iInterface];
-    ZORSupportedClass* const last = chain.empty() ? nullptr : &chain.back();
-    chain.push_back({iClassName, nullptr});
-    if (last)
-        last->next = &chain.back();
-}
-
-void Registry::RemoveSupported(const ZORMetaClass* iInterface, const char* iClassName)
-{
-    std::list<ZORSupportedClass>& chain = _Supported[iInterface];
-    chain.remove_if([&](const ZORSupportedClass& each) { return each.className == iClassName; });
-    const ZORSupportedClass* next = nullptr;
-    for (auto each = chain.rbegin(); each != chain.rend(); ++each)
-        next = &(each->next = next, *each);
 }

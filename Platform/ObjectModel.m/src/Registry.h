@@ -3,7 +3,6 @@
 #include "ZORDictionary.h"
 #include "ZORMetaClass.h"
 
-#include <deque>
 #include <list>
 #include <memory>
 #include <shared_mutex>
@@ -12,6 +11,8 @@
 #include <unordered_map>
 #include <utility>
 #include <vector>
+
+class DeclaredAdapter;
 
 // Every registered metaobject, by name and by identifier, and the adapter entries between them.
 // One per process, made on first use and never torn down, so that code that runs at exit finds it.
@@ -26,27 +27,44 @@ public:
     void Identify(const GUID& iClassId, ZORMetaClass* iMetaObject);
 
     void AddAdapter(const char* iClassName, const char* iInterfaceName, ZORCreator iCreator);
-    // Withdraws the entries of the pair made with `iCreator`, or all of them for a null one.
-    int RemoveAdapters(const char* iClassName, const char* iInterfaceName, ZORCreator iCreator);
-    // Who makes the adapter for the class or, failing that, for its nearest ancestor; or null.
-    ZORCreator FindCreator(const ZORMetaClass* iClass, const ZORMetaClass* iInterface) const;
+    // Enters what a dictionary file declares, unless another one did for the same pair.
+    void Declare(const char* iClassName, const char* iInterfaceName,
+                 std::shared_ptr<DeclaredAdapter> iDeclared);
+    // Withdraws one entry of the pair that was made with `iCreator`.
+    void RemoveAdapter(const char* iClassName, const char* iInterfaceName, ZORCreator iCreator);
+    // Withdraws all entries of the pair and returns how many there were.
+    int RemoveAll(const char* iClassName, const char* iInterfaceName);
+
+    // Who makes the adapter for a class.
+    struct Found {
+        ZORCreator creator = nullptr;              // of loaded code; if there is none,
+        std::shared_ptr<DeclaredAdapter> declared; // of a dictionary file; both null: nobody
+        bool ofAncestor = false;                   // found for an ancestor of the class
+    };
+    Found FindCreator(const ZORMetaClass* iClass, const ZORMetaClass* iInterface) const;
     const ZORSupportedClass* Supported(std::string_view iInterfaceName) const;
 
 private:
-    using Pair = std::pair<const ZORMetaClass*, const ZORMetaClass*>;
+    using Pair = std::pair<const ZORMetaClass*, const ZORMetaClass*>; // class, interface
+    struct Entries {
+        std::vector<ZORCreator> creators; // the first one answers
+        std::shared_ptr<DeclaredAdapter> declared;
+    };
     struct Hash {
         std::size_t operator()(const Pair& iPair) const;
         std::size_t operator()(const GUID& iId) const;
     };
 
     ZORMetaClass* FindLocked(std::string_view iClassName);
-    void AddSupported(const ZORMetaClass* iInterface, const char* iClassName);
-    void RemoveSupported(const ZORMetaClass* iInterface, const char* iClassName);
+    Pair PairOf(const char* iClassName, const char* iInterfaceName);
+    Entries& EntriesOf(const Pair& iPair);
+    void Forget(const Pair& iPair);
 
     mutable std::shared_mutex _Mutex;
     // The keys are the metaobjects' own names.
     std::unordered_map<std::string_view, std::unique_ptr<ZORMetaClass>> _ByName;
     std::unordered_map<GUID, ZORMetaClass*, Hash> _ById;
-    std::unordered_map<Pair, std::vector<ZORCreator>, Hash> _Creators; // the first one answers
-    std::unordered_map<const ZORMetaClass*, std::list<ZORSupportedClass>> _Supported;
+    std::unordered_map<Pair, Entries, Hash> _Entries;
+    std::unordered_map<const ZORMetaClass*, std::list<ZORSupportedClass>>
+        _Supported; // by interface
 };

@@ -1,6 +1,7 @@
 #include "ZORBaseUnknown.h"
 
-#include "Registry.h"
+#include "CreatorSearch.h"
+#include "DictionaryFiles.h"
 #include "ZORClass.h"
 
 #include <cstdlib>
@@ -62,13 +63,28 @@ ZORBaseUnknown& ZORBaseUnknown::operator=(const ZORBaseUnknown&)
 
 ZORBaseUnknown::~ZORBaseUnknown()
 {
-    if (_Object)
+    if (_Object) {
+        LeaveAdapters();
         return;
-    ZORBaseUnknown* adapter = _Adapters.load(std::memory_order_acquire);
-    while (adapter) {
-        ZORBaseUnknown* const next = adapter->_Adapters.load(std::memory_order_relaxed);
+    }
+    _Count.store(kBeingDestroyed,
+                 std::memory_order_relaxed); // objects on the stack come this way only
+    // One at a time: an adapter's destructor may query, and so add another one.
+    while (ZORBaseUnknown* const adapter = _Adapters.load(std::memory_order_acquire))
         delete adapter;
-        adapter = next;
+}
+
+// Undoes SetImpl. The adapter is the first of the list, unless the constructor of its class raised.
+void ZORBaseUnknown::LeaveAdapters()
+{
+    std::atomic<ZORBaseUnknown*>* place = &_Object->_Adapters;
+    while (ZORBaseUnknown* const adapter = place->load(std::memory_order_acquire)) {
+        if (adapter == this) {
+            place->store(_Adapters.load(std::memory_order_acquire), std::memory_order_release);
+            Drop(_Object->_Count);
+            return;
+        }
+        place = &adapter->_Adapters;
     }
 }
 
@@ -88,6 +104,16 @@ unsigned int ZORBaseUnknown::Release()
     return left;
 }
 
+bool ZORBaseUnknown::AddRefIfAlive()
+{
+    std::atomic<std::uint32_t>& counted = GetImpl()->_Count;
+    std::uint32_t count = counted.load(std::memory_order_relaxed);
+    while (count != 0 && count < kBeingDestroyed)
+        if (counted.compare_exchange_weak(count, count + 1, std::memory_order_relaxed))
+            return true;
+    return false;
+}
+
 int ZORBaseUnknown::IsNull() const
 {
     return 0;
@@ -103,49 +129,60 @@ void ZORBaseUnknown::SetImpl(ZORBaseUnknown* iObject)
     ZORBaseUnknown* const object = iObject->GetImpl();
     object->AddRef();
     _Object = object;
-    ZORBaseUnknown* head = object->_Adapters.load(std::memory_order_relaxed);
-    do
-        _Adapters.store(head, std::memory_order_relaxed);
-    while (!object->_Adapters.compare_exchange_weak(head, this, std::memory_order_release,
-                                                    std::memory_order_relaxed));
+    std::atomic<ZORBaseUnknown*>* place = &object->_Adapters;
+    ZORBaseUnknown* taken = nullptr;
+    while (!place->compare_exchange_strong(taken, this, std::memory_order_acq_rel,
+                                           std::memory_order_acquire)) {
+        place = &taken->_Adapters;
+        taken = nullptr;
+    }
 }
 
+// The oldest adapter that shows a matching interface, without a reference; or null.
 template <class Matches>
 ZORBaseUnknown* ZORBaseUnknown::FindAdapter(Matches iMatches) const
 {
     const ZORBaseUnknown* const object = GetImpl();
     for (ZORBaseUnknown* adapter = object->_Adapters.load(std::memory_order_acquire); adapter;
          adapter = adapter->_Adapters.load(std::memory_order_acquire))
-        if (adapter->_Interface && iMatches(adapter->_Interface)) {
-            adapter->AddRef();
+        if (adapter->_Interface && iMatches(adapter->_Interface))
             return adapter;
-        }
     return nullptr;
 }
 
-// What the object itself is comes first, then what the dictionary knows for its class.
+// What the object itself is comes first, then what the dictionary knows for its class. A late type
+// has no identifier: it names no class of which the object could be.
 ZORBaseUnknown* ZORBaseUnknown::FindOrMake(const ZORMetaClass* iInterface)
 {
     ZORBaseUnknown* const object = GetImpl();
     ZORMetaClass* const own = object->GetMetaObject();
     for (const ZORMetaClass* meta = own; meta; meta = meta->GetParent())
-        if (meta == iInterface) {
+        if (meta == iInterface && meta->HasClassId()) {
             object->AddRef();
             return object;
         }
-    const ZORCreator creator = Registry::Instance().FindCreator(own, iInterface);
-    return creator ? creator(object) : nullptr;
+    const ZORCreator creator = FindCreator(own, iInterface);
+    ZORBaseUnknown* const made = creator ? creator(object) : nullptr;
+    if (!made)
+        return nullptr;
+    // When two threads ask at once both make an adapter and the older one answers; as they share
+    // one count, the reference that came with the other serves for it.
+    ZORBaseUnknown* const oldest =
+        FindAdapter([&](const ZORMetaClass* shown) { return shown == iInterface; });
+    return oldest ? oldest : made;
 }
 
 int ZORBaseUnknown::QueryInterface(const GUID& iInterface, void** oInterface)
 {
     if (!oInterface)
         return ZORNoInterface;
+    *oInterface = nullptr;
     ZORBaseUnknown* found =
         FindAdapter([&](const ZORMetaClass* shown) { return shown->GetClassId() == iInterface; });
-    if (!found)
-        if (const ZORMetaClass* const interface = QueryMetaObject(iInterface))
-            found = FindOrMake(interface);
+    if (found)
+        found->AddRef();
+    else if (const ZORMetaClass* const interface = QueryMetaObject(iInterface))
+        found = FindOrMake(interface);
     *oInterface = found;
     return found ? ZORInterfaceFound : ZORNoInterface;
 }
@@ -153,13 +190,19 @@ int ZORBaseUnknown::QueryInterface(const GUID& iInterface, void** oInterface)
 ZORBaseUnknown* ZORBaseUnknown::QueryInterface(const char* iInterfaceName) const
 {
     GetImpl()->GetMetaObject(); // registers the object's own classes, so that their names are known
-    const ZORMetaClass* const interface = QueryMetaObject(iInterfaceName);
+    const ZORMetaClass* interface = QueryMetaObject(iInterfaceName);
+    if (!interface && iInterfaceName) {
+        ReadDictionaryFiles(); // they may know the name
+        interface = QueryMetaObject(iInterfaceName);
+    }
     if (!interface)
         return nullptr;
-    if (ZORBaseUnknown* const found =
-            FindAdapter([&](const ZORMetaClass* shown) { return shown == interface; }))
-        return found;
-    return GetImpl()->FindOrMake(interface);
+    ZORBaseUnknown* const found =
+        FindAdapter([&](const ZORMetaClass* shown) { return shown == interface; });
+    if (!found)
+        return GetImpl()->FindOrMake(interface);
+    found->AddRef();
+    return found;
 }
 
 void* ZORBaseUnknown::operator new(std::size_t iSize) noexcept

@@ -1,5 +1,6 @@
 #include "ZORDictionary.h"
 
+#include "DictionaryFiles.h"
 #include "Registry.h"
 
 void AddDictionary(const GUID& iClassId, const GUID* iKind, const char* iClassName,
@@ -16,7 +17,8 @@ int RemoveDictionary(const char* iClassName, const char* iInterfaceName)
 {
     if (!iClassName || !iInterfaceName)
         return 0;
-    return Registry::Instance().RemoveAdapters(iClassName, iInterfaceName, nullptr);
+    ReadDictionaryFiles();
+    return Registry::Instance().RemoveAll(iClassName, iInterfaceName);
 }
 
 ZORFillDictionary::ZORFillDictionary(const char* iClassName, const char* iInterfaceName,
@@ -28,5 +30,5 @@ ZORFillDictionary::ZORFillDictionary(const char* iClassName, const char* iInterf
 
 ZORFillDictionary::~ZORFillDictionary()
 {
-    Registry::Instance().RemoveAdapters(_ClassName, _InterfaceName, _Creator);
+    Registry::Instance().RemoveAdapter(_ClassName, _InterfaceName, _Creator);
 }

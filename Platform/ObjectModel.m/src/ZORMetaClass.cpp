@@ -1,5 +1,6 @@
 #include "ZORMetaClass.h"
 
+#include "DictionaryFiles.h"
 #include "Registry.h"
 
 #include <cstring>
@@ -22,6 +23,13 @@ void ZORMetaClass::SetClassId(const GUID& iClassId)
     _HasClassId.store(true, std::memory_order_release);
 }
 
+void ZORMetaClass::SetFirstParent(ZORMetaClass* iParent)
+{
+    ZORMetaClass* none = nullptr;
+    if (!HasClassId())
+        _Parent.compare_exchange_strong(none, iParent, std::memory_order_acq_rel);
+}
+
 int ZORMetaClass::IsAKindOf(const char* iClassName) const
 {
     if (!iClassName)
@@ -34,7 +42,10 @@ int ZORMetaClass::IsAKindOf(const char* iClassName) const
 
 const ZORSupportedClass* ZORMetaClass::ListOfSupportedClass(const char* iInterfaceName)
 {
-    return iInterfaceName ? Registry::Instance().Supported(iInterfaceName) : nullptr;
+    if (!iInterfaceName)
+        return nullptr;
+    ReadDictionaryFiles();
+    return Registry::Instance().Supported(iInterfaceName);
 }
 
 ZORMetaClass* QueryMetaObject(const char* iClassName)

@@ -7,7 +7,8 @@
 #include <string_view>
 #include <vector>
 
-// What the TOML library says about a text: the one place that includes it, as it is heavy.
+// What the TOML library says about a text: the one place of this area that includes it, as it is
+// heavy.
 
 struct TomlDamage {
     TextPosition where;

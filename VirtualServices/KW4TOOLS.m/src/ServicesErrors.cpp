@@ -9,6 +9,8 @@ namespace
 {
 
 constexpr unsigned int kInterfaceNotObtainable = 0x20002;
+constexpr unsigned int kLibraryNotLoadable = 0x20003;
+constexpr unsigned int kNoCreation = 0x20004;
 
 // Both classes raise what they are told to: their Throw does not come back.
 [[noreturn]] void Raise(ZORError* iError, const char* iFile, int iLine)
@@ -16,6 +18,15 @@ constexpr unsigned int kInterfaceNotObtainable = 0x20002;
     if (iError)
         iError->Throw(iFile, iLine);
     throw std::bad_alloc();
+}
+
+template <class... Texts>
+[[noreturn]] void RaiseMessage(unsigned int iId, const char* iFile, int iLine, Texts... iTexts)
+{
+    auto* const error = new ZORDuxServicesMsg(iId);
+    if (error)
+        error->SetParameters(static_cast<int>(sizeof...(iTexts)), iTexts...);
+    Raise(error, iFile, iLine);
 }
 
 } // namespace
@@ -27,8 +38,15 @@ void RaiseArgumentError(int iLine)
 
 void RaiseNoInterface(const char* iComponent, const char* iInterface, const char* iFile, int iLine)
 {
-    auto* const error = new ZORDuxServicesMsg(kInterfaceNotObtainable);
-    if (error)
-        error->SetParameters(2, iComponent, iInterface);
-    Raise(error, iFile, iLine);
+    RaiseMessage(kInterfaceNotObtainable, iFile, iLine, iComponent, iInterface);
+}
+
+void RaiseLibraryNotLoadable(const char* iLibrary, const char* iFile, int iLine)
+{
+    RaiseMessage(kLibraryNotLoadable, iFile, iLine, iLibrary);
+}
+
+void RaiseNoCreation(const char* iLibrary, const char* iFunction, const char* iFile, int iLine)
+{
+    RaiseMessage(kNoCreation, iFile, iLine, iLibrary, iFunction);
 }

@@ -8,5 +8,12 @@
 [[noreturn]] void RaiseNoInterface(const char* iComponent, const char* iInterface,
                                    const char* iFile, int iLine);
 
+// Raises the ZORDuxServicesMsg for a schema library that is not found or not loadable.
+[[noreturn]] void RaiseLibraryNotLoadable(const char* iLibrary, const char* iFile, int iLine);
+
+// Raises the ZORDuxServicesMsg for a schema library without its creation function.
+[[noreturn]] void RaiseNoCreation(const char* iLibrary, const char* iFunction, const char* iFile,
+                                  int iLine);
+
 // The file that errors of the services object name.
 inline constexpr char kServicesFile[] = "VirtualServices/KW4TOOLS.m/src/ZORDuxServices";

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "ZORIDuxSecurity.h"
+
+// Makes the security component: an object of the late type "DUXSecurity", implemented by another
+// library that the dictionary names (see ZORDictionaryDirectories.h). The handle is its only owner; every
+// call makes another one. A null handle means that nobody implements it.
+//
+//     if (ZORIDuxSecurity_var found = GetSecurity())
+//         found->…;
+//
+// An error on the way, such as a library that cannot be loaded, goes on to the caller; one of the
+// ZORError family is told on standard error before. Opens no trace scope. Thread rule: any thread.
+ZOR_EXPORT ZORIDuxSecurity_var GetSecurity();

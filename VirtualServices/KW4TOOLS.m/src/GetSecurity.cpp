@@ -1,0 +1,8 @@
+#include "GetSecurity.h"
+
+#include "CompanionComponent.h"
+
+ZORIDuxSecurity_var GetSecurity()
+{
+    return CompanionComponent<ZORIDuxSecurity_var>("DUXSecurity");
+}

@@ -1,0 +1,6 @@
+// A library that is no schema: its function has another name.
+
+extern "C" __attribute__((visibility("default"))) void* fctCreateOther()
+{
+    return nullptr;
+}
