@@ -1,10 +1,14 @@
 #include "SettingNames.h"
 
+#include "ToldErrors.h"
 #include "ZORSettingRepository.h"
 
 #include <memory>
 
-bool HasSetting(const std::string& iFile, const std::string& iName)
+namespace
+{
+
+bool Has(const std::string& iFile, const std::string& iName)
 {
     constexpr int kNameSize = 200; // bytes of an attribute name, its NUL included
     const std::unique_ptr<ZORSettingRepository> repository(
@@ -14,4 +18,11 @@ bool HasSetting(const std::string& iFile, const std::string& iName)
         if (iName == name)
             return true;
     return false;
+}
+
+} // namespace
+
+bool HasSetting(const std::string& iFile, const std::string& iName)
+{
+    return TellingErrors([&] { return Has(iFile, iName); });
 }
