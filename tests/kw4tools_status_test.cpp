@@ -17,18 +17,30 @@ TEST(kw4tools_status, PrintsDirectoriesWithTheirFilesAndTheSearchPath)
                          "MORE = \"" +
                              root + "/second:$HERE\"\n");
     program.Site().Write("second/site.toml", "");
+    program.Site().Write("dictionary/rights.toml", "");
     program.Run()
         .Environment("ZOR_SETTINGS_PATH", root + "/first:" + root + "/none:" + root + "/second")
+        .Environment("ZOR_DICTIONARY_PATH", root + "/dictionary:" + root + "/none")
         .Environment("HERE", root);
-    EXPECT_EQ(program.Result({"status"}),
-              "settings directory: " + root + "/first (exists)\n" + "settings file: " + root +
-                  "/first/site.toml\n" + "settings directory: " + root + "/none (missing)\n" +
-                  "settings directory: " + root + "/second (exists)\n" + "settings file: " + root +
-                  "/second/DUXAdmin.toml\n" + "settings file: " + root +
-                  "/second/site.toml (shadowed by " + root + "/first/site.toml)\n" +
-                  "search path entry: " + root + "/first (exists)\n" + "search path entry: " +
-                  root + "/second (exists)\n" + "search path entry: " + root + " (exists)\n" +
-                  "search path entry: /nowhere (missing)\n");
+    const std::string lines[] = {
+        "settings directory: " + root + "/first (exists)",
+        "settings file: " + root + "/first/site.toml",
+        "settings directory: " + root + "/none (missing)",
+        "settings directory: " + root + "/second (exists)",
+        "settings file: " + root + "/second/DUXAdmin.toml",
+        "settings file: " + root + "/second/site.toml (shadowed by " + root + "/first/site.toml)",
+        "dictionary directory: " + root + "/dictionary (exists)",
+        "dictionary file: " + root + "/dictionary/rights.toml",
+        "dictionary directory: " + root + "/none (missing)",
+        "search path entry: " + root + "/first (exists)",
+        "search path entry: " + root + "/second (exists)",
+        "search path entry: " + root + " (exists)",
+        "search path entry: /nowhere (missing)",
+    };
+    std::string expected;
+    for (const std::string& line : lines)
+        expected += line + "\n";
+    EXPECT_EQ(program.Result({"status"}), expected);
 }
 
 TEST(kw4tools_status, PrintsAsMuchAsThereIs)

@@ -41,6 +41,11 @@ const std::vector<Arguments> kCommands = {
     {"ids", "subtract"},
     {"ids", "contains"},
     {"ids", "equal"},
+    {"schema"},
+    {"schema", "load"},
+    {"schema", "check"},
+    {"container"},
+    {"classes"},
 };
 
 Arguments With(Arguments iCommand, const std::string& iMore)

@@ -10,4 +10,5 @@ void AddPathCommands(Program& ioProgram);      // find, split, env, expand
 void AddFileCommands(Program& ioProgram);      // check, read, write
 void AddIdentifierCommand(Program& ioProgram); // id
 void AddSequenceCommands(Program& ioProgram);  // interval, ids
+void AddModelCommands(Program& ioProgram);     // schema, container, classes
 void AddTextCommands(Program& ioProgram);      // text

@@ -2,6 +2,7 @@
 
 #include "Commands.h"
 #include "Program.h"
+#include "ZORDictionaryDirectories.h"
 #include "ZORSettingDirectories.h"
 
 #include <map>
@@ -46,6 +47,15 @@ void PrintSettings(Session& ioSession)
     }
 }
 
+void PrintDictionaries(Session& ioSession)
+{
+    for (const ZORDictionaryDirectory& directory : ZORDictionaryDirectories()) {
+        PrintDirectory(ioSession, "dictionary directory", Text(directory.path));
+        for (const std::string& name : directory.names)
+            ioSession.Out().Line("dictionary file: " + directory.path + "/" + name);
+    }
+}
+
 // The directories that a search tries, in its order: the entries of the search path, each that
 // names a setting or a variable replaced by what it stands for.
 ZORListValZORUnicodeString SearchDirectories(ZORIDuxServices& ioServices)
@@ -86,6 +96,7 @@ void AddStatusCommand(Program& ioProgram)
     });
     status.Does([](Session& ioSession) {
         PrintSettings(ioSession);
+        PrintDictionaries(ioSession);
         PrintSearchPath(ioSession);
         return Status::Yes;
     });

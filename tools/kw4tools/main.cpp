@@ -14,5 +14,6 @@ int main(int argc, char** argv)
     AddTextCommands(program);
     AddIdentifierCommand(program);
     AddSequenceCommands(program);
+    AddModelCommands(program);
     return program.Run({argv + (argc > 0 ? 1 : 0), argv + argc});
 }
