@@ -2,8 +2,6 @@
 
 #include "ZORExport.h"
 
-#include <memory>
-
 class ZORBaseUnknown;
 
 // A settings file: named attributes, each an ordered list of strings.
@@ -77,8 +75,8 @@ public:
 
     // Fills the caller's items with the strings of the attribute, what is written here and not
     // saved yet included. Each item is a ZORString; anything else, null too, is left alone. Items
-    // beyond the strings stay as they are, and so do all of them when there is no such attribute
-    // (or the name or the array is null).
+    // beyond the strings become empty, so that one array serves many attributes. All of them stay
+    // as they are when there is no such attribute (or the name or the array is null).
     void ReadSetting(const char* iName, ZORBaseUnknown** ioItems, long iCount);
 
     // Makes the items the attribute's strings, in place of any it has; saved by SaveRepository.
@@ -107,7 +105,6 @@ public:
 
 private:
     struct State;
-    ZOR_HIDDEN explicit ZORSettingRepository(std::unique_ptr<State> iState);
-
-    std::unique_ptr<State> _State;
+    ZOR_HIDDEN ZORSettingRepository();
+    ZOR_HIDDEN State& Self();
 };

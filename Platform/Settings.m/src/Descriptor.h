@@ -41,3 +41,10 @@ auto Uninterrupted(Call iCall)
         result = iCall();
     return result;
 }
+
+// Brings the names in an open directory to the disk; false, with errno, when that fails. A file
+// system that has no such thing says EINVAL.
+inline bool SyncDirectory(int iDirectory)
+{
+    return Uninterrupted([&] { return fsync(iDirectory); }) == 0 || errno == EINVAL;
+}

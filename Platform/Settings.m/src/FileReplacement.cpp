@@ -53,8 +53,7 @@ void FileReplacement::Write(std::string_view iBytes)
 void FileReplacement::Commit()
 {
     const bool exchanged = TakePlace();
-    // EINVAL: this file system has no such thing as a directory to sync.
-    if (Uninterrupted([&] { return fsync(_Directory); }) != 0 && errno != EINVAL) {
+    if (!SyncDirectory(_Directory)) {
         const int error = errno;
         GiveBack(exchanged);
         Fail("sync its directory", error);

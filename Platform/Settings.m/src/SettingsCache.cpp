@@ -4,6 +4,8 @@
 
 #include <fcntl.h>
 #include <mutex>
+#include <new>
+#include <optional>
 #include <pthread.h>
 #include <time.h>
 #include <unordered_map>
@@ -93,12 +95,17 @@ public:
         return found == _Files.end() ? nullptr : found->second.text;
     }
 
-    void Put(const std::string& iPath, CachedFile iFile)
+    // Without memory for it the file is not remembered, which changes no result.
+    void Put(const std::string& iPath, CachedFile iFile) noexcept
     {
         const std::lock_guard lock(_Mutex);
-        if (_Files.size() >= kMostFiles && !_Files.contains(iPath))
-            _Files.clear();
-        _Files.insert_or_assign(iPath, std::move(iFile));
+        try {
+            if (_Files.size() >= kMostFiles && !_Files.contains(iPath))
+                _Files.clear();
+            _Files.insert_or_assign(iPath, std::move(iFile));
+        } catch (const std::bad_alloc&) {
+            _Files.erase(iPath);
+        }
     }
 
 private:
@@ -127,7 +134,7 @@ std::shared_ptr<const SettingsText> CachedSettings(const std::string& iPath,
         return SettingsText::Nothing();
     CachedFile read{Cache::Instance().Known(iPath), std::nullopt};
     if (!read.text || read.text->Bytes() != file->bytes)
-        read.text = SettingsText::Read(iPath, std::move(file->bytes));
+        read.text = SettingsText::Read(iPath, std::move(file->bytes), read.text.get());
     const Stamp stamp(file->status);
     if (stamp.IsOlderThan(before))
         read.stamp = stamp;

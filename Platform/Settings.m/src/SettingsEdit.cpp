@@ -50,7 +50,7 @@ public:
         else if (iChange.items)
             Rewrite(*entry, *iChange.items);
         else if (entry && entry->IsAttribute())
-            _Edits.push_back({LineBegin(entry->key), LineEnd(entry->source.end), {}});
+            _Edits.push_back({_Text.LineBegin(entry->key), _Text.LineEnd(entry->source.end), {}});
     }
 
     std::string Result()
@@ -122,14 +122,14 @@ private:
             std::find_if(entries.rbegin(), entries.rend(),
                          [](const SettingsEntry& each) { return each.IsAttribute(); });
         if (last != entries.rend())
-            return LineEnd(last->source.end);
-        return entries.empty() ? _Bytes.size() : AboveComment(LineBegin(entries.front().key));
+            return _Text.LineEnd(last->source.end);
+        return entries.empty() ? _Bytes.size() : AboveComment(_Text.LineBegin(entries.front().key));
     }
 
     std::size_t AboveComment(std::size_t iLine) const
     {
         while (iLine > _Text.BeginOfText()) {
-            const std::size_t before = LineBegin(iLine - 1);
+            const std::size_t before = _Text.LineBegin(iLine - 1);
             const std::size_t first = _Bytes.find_first_not_of(" \t", before);
             if (_Bytes[first] != '#')
                 break;
@@ -142,9 +142,9 @@ private:
     {
         const std::string_view before =
             std::string_view(ioResult).substr(std::min(ioResult.size(), _Text.BeginOfText()));
-        const std::string_view last =
-            before.substr(before.size() - std::min<std::size_t>(before.size(), 2));
-        const std::string_view known = FirstLineBreak(last);
+        const std::string_view known = before.ends_with("\r\n") ? "\r\n"
+                                       : before.ends_with('\n') ? "\n"
+                                                                : "";
         const std::string lineBreak(known.empty() ? LineBreak() : known);
         if (known.empty() && !before.empty())
             ioResult += lineBreak;
@@ -152,20 +152,6 @@ private:
             ioResult +=
                 QuoteKey(each->name) + " = " + QuoteItems(each->name, *each->items) + lineBreak;
         _New.clear();
-    }
-
-    std::size_t LineBegin(std::size_t iPlace) const
-    {
-        if (iPlace == 0)
-            return 0;
-        const std::size_t lineBreak = _Bytes.rfind('\n', iPlace - 1);
-        return lineBreak == std::string_view::npos ? _Text.BeginOfText() : lineBreak + 1;
-    }
-
-    std::size_t LineEnd(std::size_t iPlace) const
-    {
-        const std::size_t lineBreak = _Bytes.find('\n', iPlace);
-        return lineBreak == std::string_view::npos ? _Bytes.size() : lineBreak + 1;
     }
 
     // That of the file.

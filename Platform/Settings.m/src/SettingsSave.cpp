@@ -33,7 +33,7 @@ void MakeDirectory(const std::string& iFile, const std::string& iDirectory)
     if (made != 0)
         RaiseSystemFailure(iFile, "make the directory " + iDirectory, errno);
     const Descriptor opened = OpenDirectory(above);
-    if (opened && fsync(opened.Get()) != 0 && errno != EINVAL)
+    if (opened && !SyncDirectory(opened.Get()))
         RaiseSystemFailure(iFile, "sync the directory " + above, errno);
 }
 
@@ -95,14 +95,15 @@ std::shared_ptr<const SettingsText> SaveSettings(const std::string& iPath,
     const SettingsLock lock(target, directory.Get(), lockName, exists ? &status : nullptr);
     std::optional<SettingsFile> old =
         ReadSettingsFile(target, directory.Get(), name.c_str(), O_NOFOLLOW);
-    const auto before = !old                            ? SettingsText::Nothing()
-                        : old->bytes == iKnown->Bytes() ? iKnown
-                                                        : SettingsText::Read(target, old->bytes);
+    const auto before = !old ? SettingsText::Nothing()
+                        : old->bytes == iKnown->Bytes()
+                            ? iKnown
+                            : SettingsText::Read(target, std::move(old->bytes), iKnown.get());
     std::string edited = EditSettings(target, *before, iChanges);
     if (edited == before->Bytes())
         return before;
 
-    auto after = SettingsText::Read(target, std::move(edited));
+    auto after = SettingsText::Read(target, std::move(edited), before.get());
     const std::string temporary = NameBeside(name, ".tmp");
     FileReplacement replacement(target, directory.Get(), name, temporary, old ? &*old : nullptr);
     replacement.Write(after->Bytes());

@@ -44,12 +44,15 @@ Quoting QuotingOf(char iQuote, bool iMultiLine)
 
 } // namespace
 
-SettingsScanner::SettingsScanner(const std::string& iFile, SettingsText& oText)
-    : _File(iFile), _Text(oText), _Begin(oText._Bytes.data()), _End(_Begin + oText._Bytes.size()),
-      _At(_Begin + oText.BeginOfText())
+SettingsScanner::SettingsScanner(const std::string& iFile, SettingsText& ioText, std::size_t iFrom,
+                                 std::size_t iStop)
+    : _File(iFile), _Text(ioText), _Begin(ioText._Bytes.data()),
+      _End(_Begin + ioText._Bytes.size()), _At(_Begin + iFrom)
 {
-    while (_Complete && _At != _End)
+    const char* const stop = _Begin + iStop;
+    while (_Complete && _At < stop)
         _Complete = ReadStatement();
+    _Complete = _Complete && _At == stop;
 }
 
 bool SettingsScanner::ReadStatement()
@@ -291,9 +294,9 @@ bool SettingsScanner::EndLine()
     SkipBlanks();
     if (*_At == '#')
         SkipComment();
-    const std::size_t lineBreak = StartsWith("\r\n") ? 2 : *_At == '\n' ? 1 : 0;
-    _At += lineBreak;
-    return lineBreak != 0 || _At == _End;
+    if (*_At == '\r' && _At[1] == '\n')
+        ++_At;
+    return *_At == '\n' ? ++_At, true : _At == _End;
 }
 
 void SettingsScanner::SkipComment()
@@ -351,7 +354,7 @@ void SettingsScanner::CountKeyPart()
 void SettingsScanner::Refuse(const char* iPlace, std::string iReason)
 {
     if (!_Refusal)
-        _Refusal = Refusal{iPlace, std::move(iReason)};
+        _Refusal = Refusal{Offset(iPlace), std::move(iReason)};
 }
 
 bool SettingsScanner::StartsWith(std::string_view iText) const

@@ -16,19 +16,22 @@ class SettingsScanner
 public:
     // The place where an attribute has a name or value that no attribute can have.
     struct Refusal {
-        const char* place;
+        std::size_t place;
         std::string reason;
     };
 
-    // Fills `oText`, which holds nothing but its bytes yet; they are UTF-8. Raises an error when
-    // more names are dotted than the TOML library can take.
-    SettingsScanner(const std::string& iFile, SettingsText& oText);
+    // Reads the statements from the place `iFrom`, where a line begins, to `iStop`, and adds what
+    // it finds to the text. The bytes are UTF-8. Raises an error when more names are dotted than
+    // the TOML library can take.
+    SettingsScanner(const std::string& iFile, SettingsText& ioText, std::size_t iFrom,
+                    std::size_t iStop);
 
-    // False when it met something that it could not make sense of, at Place().
+    // False when it met something that it could not make sense of, at Place(), or a statement
+    // reaches beyond the end.
     bool IsComplete() const { return _Complete; }
     // Whether the text is surely sound, provided that its bytes may stand in TOML.
     bool IsSure() const { return _Sure && _Complete; }
-    const char* Place() const { return _At; }
+    std::size_t Place() const { return Offset(_At); }
     const std::optional<Refusal>& FirstRefusal() const { return _Refusal; }
 
 private:

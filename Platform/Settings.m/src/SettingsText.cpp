@@ -2,79 +2,13 @@
 
 #include "SettingsFailure.h"
 #include "SettingsScanner.h"
+#include "TomlBytes.h"
 #include "TomlCheck.h"
-#include "Utf8Characters.h"
 
 #include <algorithm>
-#include <functional>
 
 namespace
 {
-
-std::uint32_t HashOf(std::string_view iName)
-{
-    return static_cast<std::uint32_t>(std::hash<std::string_view>()(iName));
-}
-
-// What sort of bytes occur in a text.
-struct ByteKinds {
-    bool control; // other than tab, line feed and carriage return
-    bool carriageReturn;
-    bool high; // above 127
-};
-
-ByteKinds LookAtBytes(std::string_view iText)
-{
-    unsigned control = 0, carriageReturn = 0, high = 0;
-    const auto look = [&](char iByte) {
-        const unsigned byte = static_cast<unsigned char>(iByte);
-        const unsigned space = unsigned(byte == '\t') | unsigned(byte == '\n');
-        carriageReturn |= unsigned(byte == '\r');
-        control |=
-            (unsigned(byte < 0x20) & ~space & ~unsigned(byte == '\r')) | unsigned(byte == 0x7F);
-        high |= byte;
-    };
-    // Blocks of a fixed size let compilers make vector code of the loop.
-    constexpr std::size_t kBlock = 64;
-    std::size_t at = 0;
-    for (; at + kBlock <= iText.size(); at += kBlock)
-        for (std::size_t i = 0; i < kBlock; ++i)
-            look(iText[at + i]);
-    for (; at < iText.size(); ++at)
-        look(iText[at]);
-    return {control != 0, carriageReturn != 0, high > 0x7F};
-}
-
-// The first byte that is part of no UTF-8 character, or npos.
-std::size_t FindIllFormed(std::string_view iText)
-{
-    for (std::size_t at = 0; at < iText.size();) {
-        const std::size_t length = Utf8FirstLength(iText.substr(at));
-        if (length == 1 && static_cast<unsigned char>(iText[at]) >= 0x80)
-            return at;
-        at += length;
-    }
-    return std::string_view::npos;
-}
-
-bool HasLoneCarriageReturn(std::string_view iText)
-{
-    for (std::size_t at = iText.find('\r'); at != std::string_view::npos;
-         at = iText.find('\r', at + 1))
-        if (at + 1 == iText.size() || iText[at + 1] != '\n')
-            return true;
-    return false;
-}
-
-// Whether all the bytes may stand in TOML; raises an error when they are not UTF-8.
-bool CheckBytes(const std::string& iFile, std::string_view iText)
-{
-    const ByteKinds kinds = LookAtBytes(iText);
-    const std::size_t illFormed = kinds.high ? FindIllFormed(iText) : std::string_view::npos;
-    if (illFormed != std::string_view::npos)
-        RaiseDamage(iFile, PositionOf(iText, illFormed), "a byte here is not UTF-8 text");
-    return !kinds.control && !(kinds.carriageReturn && HasLoneCarriageReturn(iText));
-}
 
 // Whether the library found the same names at the top of the file. One with a NUL in it, which no
 // text has, may stand for another here or for nothing.
@@ -92,7 +26,7 @@ bool HasSameNames(const SettingsText& iText, const std::vector<TomlName>& iNames
 void AskLibrary(const std::string& iFile, const SettingsText& iText,
                 const SettingsScanner& iScanner)
 {
-    const auto place = static_cast<std::size_t>(iScanner.Place() - iText.Bytes().data());
+    const std::size_t place = iScanner.Place();
     const std::string_view rest = iText.Bytes().substr(place);
     // The library needs stack for dotted names, and nobody counted those that are left.
     constexpr std::ptrdiff_t kHarmless = 1000;
@@ -106,21 +40,52 @@ void AskLibrary(const std::string& iFile, const SettingsText& iText,
         RaiseFailure(iFile, "it cannot be understood");
 }
 
+// Both texts are compared a block a time, as memcmp does that fastest.
+constexpr std::size_t kBlock = 256;
+
+std::size_t CommonPrefix(std::string_view iLeft, std::string_view iRight)
+{
+    const std::size_t limit = std::min(iLeft.size(), iRight.size());
+    std::size_t size = 0;
+    while (limit - size >= kBlock && iLeft.substr(size, kBlock) == iRight.substr(size, kBlock))
+        size += kBlock;
+    while (size < limit && iLeft[size] == iRight[size])
+        ++size;
+    return size;
+}
+
+std::size_t CommonSuffix(std::string_view iLeft, std::string_view iRight)
+{
+    const auto behind = [](std::string_view iText, std::size_t iSize) {
+        return iText.substr(iText.size() - iSize, kBlock);
+    };
+    const std::size_t limit = std::min(iLeft.size(), iRight.size());
+    std::size_t size = 0;
+    while (limit - size >= kBlock && behind(iLeft, size + kBlock) == behind(iRight, size + kBlock))
+        size += kBlock;
+    while (size < limit && iLeft[iLeft.size() - size - 1] == iRight[iRight.size() - size - 1])
+        ++size;
+    return size;
+}
+
+TextRange Shifted(TextRange iRange, std::uint32_t iFrom, std::uint32_t iShift)
+{
+    const std::uint32_t shift = iRange.begin >= iFrom ? iShift : 0;
+    return {iRange.begin + shift, iRange.end + shift};
+}
+
 } // namespace
 
-std::shared_ptr<const SettingsText> SettingsText::Read(const std::string& iFile, std::string iBytes)
+std::shared_ptr<const SettingsText> SettingsText::Read(const std::string& iFile, std::string iBytes,
+                                                       const SettingsText* iKnown)
 {
     if (iBytes.size() > kLargestFile)
         RaiseFailure(iFile, "it is larger than 64 MiB");
-    const auto text = std::make_shared<SettingsText>(std::move(iBytes));
-    const bool sureBytes = CheckBytes(iFile, text->Bytes());
-    const SettingsScanner scanner(iFile, *text);
-    if (!sureBytes || !scanner.IsSure())
-        AskLibrary(iFile, *text, scanner);
-    if (const auto& refusal = scanner.FirstRefusal()) {
-        const auto place = static_cast<std::size_t>(refusal->place - text->Bytes().data());
-        RaiseDamage(iFile, PositionOf(text->Bytes(), place), refusal->reason);
-    }
+    auto text = std::make_shared<SettingsText>(std::move(iBytes));
+    if (iKnown && text->TakeOver(iFile, *iKnown))
+        return text;
+    text = std::make_shared<SettingsText>(std::move(text->_Bytes));
+    text->Understand(iFile);
     return text;
 }
 
@@ -131,48 +96,159 @@ const std::shared_ptr<const SettingsText>& SettingsText::Nothing()
     return *nothing;
 }
 
-const SettingsEntry* SettingsText::Find(std::string_view iName) const
+std::size_t SettingsText::LineBegin(std::size_t iPlace) const
 {
-    if (_Slots.empty())
-        return nullptr;
-    const std::uint32_t entry = SlotOf(iName, HashOf(iName)).entry;
-    return entry == 0 ? nullptr : &_Entries[entry - 1];
+    if (iPlace == 0)
+        return 0;
+    const std::size_t lineBreak = _Bytes.rfind('\n', iPlace - 1);
+    return lineBreak == std::string::npos ? BeginOfText() : lineBreak + 1;
+}
+
+std::size_t SettingsText::LineEnd(std::size_t iPlace) const
+{
+    const std::size_t lineBreak = _Bytes.find('\n', iPlace);
+    return lineBreak == std::string::npos ? _Bytes.size() : lineBreak + 1;
+}
+
+void SettingsText::Understand(const std::string& iFile)
+{
+    constexpr std::size_t kShortLine = 24;
+    _Entries.reserve(_Bytes.size() / kShortLine + 1);
+    _Items.reserve(_Bytes.size() / kShortLine + 1);
+    const TomlBytes bytes = TomlBytes::Look(_Bytes);
+    if (bytes.illFormed != std::string_view::npos)
+        RaiseDamage(iFile, PositionOf(_Bytes, bytes.illFormed), "a byte here is not UTF-8 text");
+    const SettingsScanner scanner(iFile, *this, BeginOfText(), _Bytes.size());
+    _Sure = bytes.sound && scanner.IsSure();
+    if (!_Sure)
+        AskLibrary(iFile, *this, scanner);
+    if (const auto& refusal = scanner.FirstRefusal())
+        RaiseDamage(iFile, PositionOf(_Bytes, refusal->place), refusal->reason);
+}
+
+// What a text has in common with a known one: whole statements from the beginning to `from` and,
+// in the known text, from `stop` to the end. A statement of a text without tables does not depend
+// on those before, so that between the two, and nowhere else, it has to be understood.
+struct SettingsText::Overlap {
+    std::size_t head; // the entries before `from`
+    std::size_t from;
+    std::size_t tail; // the first entry from `stop` on
+    std::size_t stop;
+    std::uint32_t shift; // from known places to new ones, modulo 2^32
+
+    Overlap(const SettingsText& iKnown, std::string_view iNew)
+    {
+        const std::string_view known = iKnown.Bytes();
+        const std::size_t prefix = CommonPrefix(known, iNew);
+        const std::size_t suffix = CommonSuffix(known.substr(prefix), iNew.substr(prefix));
+        const std::vector<SettingsEntry>& entries = iKnown._Entries;
+        const auto countBefore = [&](auto iIsBefore) {
+            return static_cast<std::size_t>(
+                std::partition_point(entries.begin(), entries.end(), iIsBefore) - entries.begin());
+        };
+        head = countBefore([&](const SettingsEntry& each) { return each.source.end < prefix; });
+        const std::size_t end = head > 0 ? iKnown.LineEnd(entries[head - 1].source.end) : 0;
+        if (head > 0 && (end > prefix || known[end - 1] != '\n'))
+            --head;
+        from = head > 0 ? iKnown.LineEnd(entries[head - 1].source.end) : iKnown.BeginOfText();
+        const std::size_t same = std::max(known.size() - suffix, from);
+        tail = countBefore(
+            [&](const SettingsEntry& each) { return iKnown.LineBegin(each.key) < same; });
+        stop = tail < entries.size() ? iKnown.LineBegin(entries[tail].key) : known.size();
+        shift = static_cast<std::uint32_t>(iNew.size()) - static_cast<std::uint32_t>(known.size());
+    }
+};
+
+bool SettingsText::TakeOver(const std::string& iFile, const SettingsText& iKnown)
+{
+    // What was decoded of texts before is carried along, until it is more than this one can need.
+    const bool cluttered = iKnown._Decoded.size() > _Bytes.size();
+    if (!iKnown._Sure || cluttered || BeginOfText() != iKnown.BeginOfText())
+        return false;
+    const Overlap overlap(iKnown, _Bytes);
+    const std::size_t stop = overlap.stop + _Bytes.size() - iKnown._Bytes.size();
+    if (!TomlBytes::Look(Bytes().substr(overlap.from, stop - overlap.from)).sound)
+        return false;
+    TakeOverHead(iKnown, overlap);
+    const SettingsScanner scanner(iFile, *this, overlap.from, stop);
+    if (!scanner.IsSure() || scanner.FirstRefusal())
+        return false;
+    TakeOverTail(iKnown, overlap);
+    _Sure = TakeOverIndex(iKnown, overlap);
+    return _Sure;
+}
+
+void SettingsText::TakeOverHead(const SettingsText& iKnown, const Overlap& iOverlap)
+{
+    const std::vector<SettingsEntry>& known = iKnown._Entries;
+    const auto bytes = static_cast<std::uint32_t>(iKnown._Bytes.size());
+    const std::size_t items =
+        iOverlap.head < known.size() ? known[iOverlap.head].firstItem : iKnown._Items.size();
+    _Decoded = iKnown._Decoded;
+    _Entries.reserve(known.size() + 1);
+    _Items.reserve(iKnown._Items.size() + 1);
+    for (std::size_t i = 0; i < iOverlap.head; ++i) {
+        _Entries.push_back(known[i]);
+        _Entries.back().name = Shifted(known[i].name, bytes, iOverlap.shift);
+    }
+    for (std::size_t i = 0; i < items; ++i) {
+        _Items.push_back(iKnown._Items[i]);
+        _Items.back().text = Shifted(iKnown._Items[i].text, bytes, iOverlap.shift);
+    }
+}
+
+void SettingsText::TakeOverTail(const SettingsText& iKnown, const Overlap& iOverlap)
+{
+    if (iOverlap.tail == iKnown._Entries.size())
+        return;
+    const std::uint32_t firstItem = iKnown._Entries[iOverlap.tail].firstItem;
+    const auto moreItems = static_cast<std::uint32_t>(_Items.size()) - firstItem;
+    for (std::size_t i = iOverlap.tail; i < iKnown._Entries.size(); ++i) {
+        SettingsEntry entry = iKnown._Entries[i];
+        entry.name = Shifted(entry.name, 0, iOverlap.shift);
+        entry.key += iOverlap.shift;
+        entry.source = Shifted(entry.source, 0, iOverlap.shift);
+        entry.firstItem += moreItems;
+        _Entries.push_back(entry);
+    }
+    for (std::size_t i = firstItem; i < iKnown._Items.size(); ++i) {
+        SettingsItem item = iKnown._Items[i];
+        item.source = Shifted(item.source, 0, iOverlap.shift);
+        item.text = Shifted(item.text, 0, iOverlap.shift);
+        _Items.push_back(item);
+    }
+}
+
+// False when a name that is new is in the head or the tail as well.
+bool SettingsText::TakeOverIndex(const SettingsText& iKnown, const Overlap& iOverlap)
+{
+    const auto middleEnd =
+        static_cast<std::uint32_t>(_Entries.size() - (iKnown._Entries.size() - iOverlap.tail));
+    const auto more = middleEnd - static_cast<std::uint32_t>(iOverlap.tail);
+    bool sameNames = more == 0;
+    for (std::size_t i = iOverlap.head; i < iOverlap.tail && sameNames; ++i)
+        sameNames = Name(_Entries[i]) == iKnown.Name(iKnown._Entries[i]);
+    if (sameNames) {
+        _Index = iKnown._Index;
+        return true;
+    }
+    _Index = iKnown._Index.Renumbered([&](std::uint32_t each) {
+        return each < iOverlap.head ? each : each < iOverlap.tail ? NameIndex::kNone : each + more;
+    });
+    for (auto i = static_cast<std::uint32_t>(iOverlap.head); i < middleEnd; ++i) {
+        if (NumberOf(Name(_Entries[i])) != NameIndex::kNone)
+            return false;
+        _Index.Add(Name(_Entries[i]), i);
+    }
+    return true;
 }
 
 bool SettingsText::Add(const SettingsEntry& iEntry)
 {
-    if (2 * (_Entries.size() + 1) > _Slots.size())
-        Grow();
-    const std::uint32_t hash = HashOf(Name(iEntry));
-    const Slot& slot = SlotOf(Name(iEntry), hash);
-    if (slot.entry != 0)
+    const std::string_view name = Name(iEntry);
+    if (NumberOf(name) != NameIndex::kNone)
         return false;
+    _Index.Add(name, static_cast<std::uint32_t>(_Entries.size()));
     _Entries.push_back(iEntry);
-    _Slots[static_cast<std::size_t>(&slot - _Slots.data())] = {
-        hash, static_cast<std::uint32_t>(_Entries.size())};
     return true;
-}
-
-const SettingsText::Slot& SettingsText::SlotOf(std::string_view iName, std::uint32_t iHash) const
-{
-    const std::size_t mask = _Slots.size() - 1;
-    for (std::size_t at = iHash & mask;; at = (at + 1) & mask) {
-        const Slot& slot = _Slots[at];
-        if (slot.entry == 0 || (slot.hash == iHash && Name(_Entries[slot.entry - 1]) == iName))
-            return slot;
-    }
-}
-
-void SettingsText::Grow()
-{
-    const std::vector<Slot> before = std::move(_Slots);
-    _Slots.assign(before.empty() ? 16 : 4 * before.size(), Slot{});
-    const std::size_t mask = _Slots.size() - 1;
-    for (const Slot& each : before) {
-        std::size_t at = each.hash & mask;
-        while (each.entry != 0 && _Slots[at].entry != 0)
-            at = (at + 1) & mask;
-        if (each.entry != 0)
-            _Slots[at] = each;
-    }
 }

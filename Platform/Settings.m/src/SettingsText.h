@@ -1,5 +1,6 @@
 #pragma once
 
+#include "NameIndex.h"
 #include "TomlString.h"
 
 #include <cstddef>
@@ -54,8 +55,9 @@ public:
     // Understands the text of the file `iFile`; raises an error with line and column when it is
     // damaged. Files as programs write them and people mostly keep them are read some 20 times as
     // fast as the TOML library does, which is asked about all others, and when there is damage to
-    // tell.
-    static std::shared_ptr<const SettingsText> Read(const std::string& iFile, std::string iBytes);
+    // tell. Of a text that is known already (null: none), only what changed is looked at.
+    static std::shared_ptr<const SettingsText> Read(const std::string& iFile, std::string iBytes,
+                                                    const SettingsText* iKnown);
     // The text of a file that is not there.
     static const std::shared_ptr<const SettingsText>& Nothing();
 
@@ -77,10 +79,18 @@ public:
         return from.substr(begin, iRange.end - iRange.begin);
     }
 
+    // The bounds of the line that a place is on, its line break included.
+    std::size_t LineBegin(std::size_t iPlace) const;
+    std::size_t LineEnd(std::size_t iPlace) const;
+
     // Attributes and tables in the order of the file.
     const std::vector<SettingsEntry>& Entries() const { return _Entries; }
     // The entry of that name, or null.
-    const SettingsEntry* Find(std::string_view iName) const;
+    const SettingsEntry* Find(std::string_view iName) const
+    {
+        const std::uint32_t number = NumberOf(iName);
+        return number == NameIndex::kNone ? nullptr : &_Entries[number];
+    }
 
     std::string_view Name(const SettingsEntry& iEntry) const { return Meaning(iEntry.name); }
     // The strings that an attribute holds, the name of a plain one included.
@@ -102,12 +112,21 @@ public:
 private:
     friend class SettingsScanner;
 
-    struct Slot {
-        std::uint32_t hash;
-        std::uint32_t entry; // its number from 1; 0 in an empty slot
-    };
+    struct Overlap;
 
-    // Keeps the first entry of a name and tells whether this is it.
+    // The steps of Read.
+    void Understand(const std::string& iFile);
+    bool TakeOver(const std::string& iFile, const SettingsText& iKnown);
+    void TakeOverHead(const SettingsText& iKnown, const Overlap& iOverlap);
+    void TakeOverTail(const SettingsText& iKnown, const Overlap& iOverlap);
+    bool TakeOverIndex(const SettingsText& iKnown, const Overlap& iOverlap);
+
+    std::uint32_t NumberOf(std::string_view iName) const
+    {
+        return _Index.Find(iName,
+                           [&](std::uint32_t each) { return Name(_Entries[each]) == iName; });
+    }
+    // Adds the entry unless its name is there; tells whether it did.
     bool Add(const SettingsEntry& iEntry);
     // What was decoded since _Decoded had `iBegin` bytes.
     TextRange DecodedRange(std::size_t iBegin) const
@@ -115,12 +134,11 @@ private:
         return {static_cast<std::uint32_t>(_Bytes.size() + iBegin),
                 static_cast<std::uint32_t>(_Bytes.size() + _Decoded.size())};
     }
-    const Slot& SlotOf(std::string_view iName, std::uint32_t iHash) const;
-    void Grow();
 
     std::string _Bytes;
     std::string _Decoded; // its ranges count on from the end of _Bytes
     std::vector<SettingsEntry> _Entries;
-    std::vector<SettingsItem> _Items;
-    std::vector<Slot> _Slots; // open addressing, at most half full; a power of 2
+    std::vector<SettingsItem> _Items; // in the order of their entries
+    NameIndex _Index;                 // of _Entries
+    bool _Sure = false;               // understood without the TOML library
 };

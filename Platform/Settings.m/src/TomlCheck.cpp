@@ -1,6 +1,6 @@
-#include "TomlLibrary.h"
-
 #include "TomlCheck.h"
+
+#include "TomlLibrary.h"
 
 #include <algorithm>
 

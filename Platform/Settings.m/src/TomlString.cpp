@@ -2,7 +2,6 @@
 
 #include "Utf8Characters.h"
 
-#include <array>
 #include <cstddef>
 #include <cstring>
 #include <optional>
@@ -389,18 +388,6 @@ std::string QuoteKey(std::string_view iName)
     for (const char each : iName)
         bare = bare && IsBareKeyCharacter(each);
     return bare ? std::string(iName) : QuoteBasic(iName);
-}
-
-bool IsBareKeyCharacter(char iCharacter)
-{
-    static constexpr auto kTable = [] {
-        std::array<bool, 256> table{};
-        for (const char each : std::string_view("abcdefghijklmnopqrstuvwxyz"
-                                                "ABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789-_"))
-            table[static_cast<unsigned char>(each)] = true;
-        return table;
-    }();
-    return kTable[static_cast<unsigned char>(iCharacter)];
 }
 
 std::string_view LeadingLineBreak(std::string_view iText)

@@ -50,7 +50,12 @@ std::string QuoteLike(std::string_view iSource, Quoting iQuoting, std::string_vi
 // A key of that name: bare where TOML allows it, else a basic string.
 std::string QuoteKey(std::string_view iName);
 
-bool IsBareKeyCharacter(char iCharacter);
+inline bool IsBareKeyCharacter(char iCharacter)
+{
+    const char letter = static_cast<char>(iCharacter | 0x20);
+    return (letter >= 'a' && letter <= 'z') || (iCharacter >= '0' && iCharacter <= '9') ||
+           iCharacter == '_' || iCharacter == '-';
+}
 
 // The line break a text begins with: "\n", "\r\n" or nothing.
 std::string_view LeadingLineBreak(std::string_view iText);

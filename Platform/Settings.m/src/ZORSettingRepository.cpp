@@ -11,128 +11,154 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <memory>
 #include <new>
-#include <optional>
+#include <typeinfo>
 
 namespace
 {
 
 constexpr std::size_t kBuffer = SettingsText::kLongestName + 1;
 
-// The strings of an attribute, saved or not.
+// The strings of an attribute, saved or not; of none, when there is no such attribute.
 class Attribute
 {
 public:
-    Attribute(const SettingsText& iText, const SettingsChanges& iChanges, std::string_view iName)
-        : _Text(iText), _Change(iChanges.Find(iName)), _Entry(_Change ? nullptr : iText.Find(iName))
+    Attribute() = default;
+    Attribute(const SettingsText& iText, const SettingsEntry& iEntry)
+        : _Text(&iText), _Entry(iEntry.IsAttribute() ? &iEntry : nullptr)
     {
-        if (_Entry && !_Entry->IsAttribute())
-            _Entry = nullptr;
+    }
+    explicit Attribute(const SettingsChange& iChange)
+        : _Items(iChange.items ? &*iChange.items : nullptr)
+    {
     }
 
+    bool Exists() const { return _Entry || _Items; }
     std::size_t Count() const
     {
-        if (_Entry)
-            return _Text.Count(*_Entry);
-        return _Change && _Change->items ? _Change->items->size() : 0;
+        return _Entry ? _Text->Count(*_Entry) : _Items ? _Items->size() : 0;
     }
-
     std::string_view operator[](std::size_t iIndex) const
     {
-        return _Entry ? _Text.Get(*_Entry, iIndex) : std::string_view((*_Change->items)[iIndex]);
+        return _Entry ? _Text->Get(*_Entry, iIndex) : std::string_view((*_Items)[iIndex]);
     }
 
 private:
-    const SettingsText& _Text;
-    const SettingsChange* _Change;
-    const SettingsEntry* _Entry;
+    const SettingsText* _Text = nullptr;
+    const SettingsEntry* _Entry = nullptr;
+    const std::vector<std::string>* _Items = nullptr;
+};
+
+// The settings as they are read: a text and what was changed since.
+struct ChangedSettings {
+    std::shared_ptr<const SettingsText> text;
+    SettingsChanges changes;
+
+    Attribute Find(std::string_view iName) const
+    {
+        if (const SettingsChange* const change = changes.Find(iName))
+            return Attribute(*change);
+        return FindSaved(iName);
+    }
+    Attribute FindSaved(std::string_view iName) const
+    {
+        const SettingsEntry* const entry = text->Find(iName);
+        return entry ? Attribute(*text, *entry) : Attribute();
+    }
 };
 
 // The attributes that are there when it is made.
 class Iteration
 {
 public:
-    Iteration(std::shared_ptr<const SettingsText> iText, const SettingsChanges& iChanges)
-        : _Text(std::move(iText)), _Changes(iChanges)
-    {
-    }
+    explicit Iteration(const ChangedSettings& iSettings) : _Settings(iSettings) {}
 
-    // The name of the next one in oName; false behind the last.
-    bool Next(std::string_view& oName)
+    // The next attribute and its name; none behind the last.
+    Attribute Next(std::string_view& oName)
     {
-        while (_Entry < _Text->Entries().size()) {
-            const SettingsEntry& entry = _Text->Entries()[_Entry++];
-            oName = _Text->Name(entry);
-            const SettingsChange* const change = _Changes.Find(oName);
-            if (entry.IsAttribute() && (!change || change->items))
-                return true;
+        while (_Entry < _Settings.text->Entries().size()) {
+            const SettingsEntry& entry = _Settings.text->Entries()[_Entry++];
+            oName = _Settings.text->Name(entry);
+            const SettingsChange* const change = _Settings.changes.Find(oName);
+            const Attribute saved(*_Settings.text, entry);
+            const Attribute now = change ? Attribute(*change) : saved;
+            if (saved.Exists() && now.Exists())
+                return now;
         }
-        while (_Change < _Changes.All().size()) {
-            const SettingsChange& change = _Changes.All()[_Change++];
+        while (_Change < _Settings.changes.All().size()) {
+            const SettingsChange& change = _Settings.changes.All()[_Change++];
             oName = change.name;
-            const SettingsEntry* const entry = _Text->Find(oName);
-            if (change.items && !(entry && entry->IsAttribute()))
-                return true;
+            if (change.items && !_Settings.FindSaved(oName).Exists())
+                return Attribute(change);
         }
-        return false;
+        return {};
     }
-
-    Attribute Get(std::string_view iName) const { return {*_Text, _Changes, iName}; }
 
 private:
-    const std::shared_ptr<const SettingsText> _Text;
-    const SettingsChanges _Changes;
+    const ChangedSettings _Settings;
     std::size_t _Entry = 0;
     std::size_t _Change = 0;
 };
 
+// The item as a string, or null.
+ZORString* AsString(ZORBaseUnknown* iItem)
+{
+    // Mostly it is just that, and then there is no need to walk up its bases.
+    if (iItem && typeid(*iItem) == typeid(ZORString))
+        return static_cast<ZORString*>(iItem);
+    return dynamic_cast<ZORString*>(iItem);
+}
+
 // Writes as many whole characters as the caller's buffer takes, and the NUL.
 void FillBuffer(char* oBuffer, std::string_view iText)
 {
-    std::size_t size = std::min(iText.size(), kBuffer - 1);
-    while (!Utf8IsBoundary(iText, size))
-        --size;
+    std::size_t size = iText.size();
+    if (size >= kBuffer)
+        for (size = kBuffer - 1; !Utf8IsBoundary(iText, size);)
+            --size;
     iText.copy(oBuffer, size);
     oBuffer[size] = '\0';
 }
 
 // Tells of a lack of memory as of any other failure.
 template <class Step>
-auto WithMemory(const std::string& iFile, const char* iStep, Step iDo)
+auto WithMemory(std::string_view iFile, const char* iStep, Step iDo)
 {
     try {
         return iDo();
     } catch (const std::bad_alloc&) {
-        RaiseSystemFailure(iFile, iStep, ENOMEM);
+        RaiseSystemFailure(std::string(iFile), iStep, ENOMEM);
     }
 }
 
 } // namespace
 
-struct ZORSettingRepository::State {
+// What a repository is: derived from it, so that both are one object.
+struct ZORSettingRepository::State final : ZORSettingRepository {
     std::string path; // empty: no directory to keep the file in
-    std::shared_ptr<const SettingsText> text;
-    SettingsChanges changes;
-    std::optional<Iteration> iteration;
+    ChangedSettings settings;
+    std::unique_ptr<Iteration> iteration;
 };
 
-ZORSettingRepository::ZORSettingRepository(std::unique_ptr<State> iState)
-    : _State(std::move(iState))
-{
-}
-
+ZORSettingRepository::ZORSettingRepository() = default;
 ZORSettingRepository::~ZORSettingRepository() = default;
+
+ZORSettingRepository::State& ZORSettingRepository::Self()
+{
+    return static_cast<State&>(*this);
+}
 
 ZORSettingRepository* ZORSettingRepository::GetRepository(const char* iName)
 {
     const std::string_view name = iName ? iName : "";
-    return WithMemory(std::string(name), "read it", [&] {
+    return WithMemory(name, "read it", [&] {
         SettingsPlace place = FindSettings(name);
         auto state = std::make_unique<State>();
-        state->text =
+        state->settings.text =
             place.exists ? CachedSettings(place.path, place.status) : SettingsText::Nothing();
         state->path = std::move(place.path);
-        return new ZORSettingRepository(std::move(state));
+        return state.release();
     });
 }
 
@@ -140,11 +166,12 @@ void ZORSettingRepository::ReadSetting(const char* iName, ZORBaseUnknown** ioIte
 {
     if (!iName || !ioItems || iCount <= 0)
         return;
-    const Attribute attribute(*_State->text, _State->changes, iName);
-    const std::size_t count = std::min(static_cast<std::size_t>(iCount), attribute.Count());
-    for (std::size_t i = 0; i < count; ++i)
-        if (auto* const item = dynamic_cast<ZORString*>(ioItems[i])) {
-            const std::string_view text = attribute[i];
+    const Attribute attribute = Self().settings.Find(iName);
+    if (!attribute.Exists())
+        return;
+    for (std::size_t i = 0; i < static_cast<std::size_t>(iCount); ++i)
+        if (ZORString* const item = AsString(ioItems[i])) {
+            const std::string_view text = i < attribute.Count() ? attribute[i] : "";
             *item = "";
             item->Append(text.data(), text.size());
         }
@@ -152,7 +179,7 @@ void ZORSettingRepository::ReadSetting(const char* iName, ZORBaseUnknown** ioIte
 
 void ZORSettingRepository::WriteSetting(const char* iName, ZORBaseUnknown** iItems, long iCount)
 {
-    const std::string& file = _State->path;
+    const std::string& file = Self().path;
     const std::string_view name = iName ? iName : "";
     if (!iName)
         RaiseFailure(file, "an attribute needs a name");
@@ -160,52 +187,55 @@ void ZORSettingRepository::WriteSetting(const char* iName, ZORBaseUnknown** iIte
         RaiseFailure(file, "the name of an attribute has at most " +
                                std::to_string(SettingsText::kLongestName) + " bytes, not " +
                                std::to_string(name.size()));
-    std::vector<std::string> items;
-    for (long i = 0; i < iCount; ++i) {
-        const auto* const item = iItems ? dynamic_cast<const ZORString*>(iItems[i]) : nullptr;
-        if (!item)
-            RaiseFailure(file, "item " + std::to_string(i + 1) + " of the attribute " +
-                                   std::string(name) + " is not a ZORString");
-        items.emplace_back(item->ConvertToChar(), item->GetLength());
-    }
-    _State->changes.Write(name, std::move(items));
+    WithMemory(file, "change it", [&] {
+        std::vector<std::string> items;
+        for (long i = 0; i < iCount; ++i) {
+            const ZORString* const item = iItems ? AsString(iItems[i]) : nullptr;
+            if (!item)
+                RaiseFailure(file, "item " + std::to_string(i + 1) + " of the attribute " +
+                                       std::string(name) + " is not a ZORString");
+            items.emplace_back(item->ConvertToChar(), item->GetLength());
+        }
+        Self().settings.changes.Write(name, std::move(items));
+    });
 }
 
 void ZORSettingRepository::DelAttribute(const char* iName)
 {
     if (iName)
-        _State->changes.Remove(iName);
+        WithMemory(Self().path, "change it", [&] { Self().settings.changes.Remove(iName); });
 }
 
 void ZORSettingRepository::SaveRepository()
 {
-    if (_State->changes.IsEmpty())
+    const std::string& path = Self().path;
+    ChangedSettings& settings = Self().settings;
+    if (settings.changes.IsEmpty())
         return;
-    if (_State->path.empty())
+    if (path.empty())
         RaiseFailure("(none)", "there is no directory to keep it in: set ZOR_SETTINGS_PATH, "
                                "XDG_CONFIG_HOME or HOME");
-    WithMemory(_State->path, "save it", [&] {
-        _State->text = SaveSettings(_State->path, _State->text, _State->changes);
-        _State->changes = SettingsChanges();
-        CacheSavedSettings(_State->path, _State->text);
+    WithMemory(path, "save it", [&] {
+        settings = {SaveSettings(path, settings.text, settings.changes), {}};
+        CacheSavedSettings(path, settings.text);
     });
 }
 
 int ZORSettingRepository::NextAttribute(char* oName, char* oText, long* oNumber, short)
 {
-    std::optional<Iteration>& iteration = _State->iteration;
+    std::unique_ptr<Iteration>& iteration = Self().iteration;
     if (!iteration)
-        iteration.emplace(_State->text, _State->changes);
+        WithMemory(Self().path, "list it",
+                   [&] { iteration = std::make_unique<Iteration>(Self().settings); });
     std::string_view name;
-    if (!iteration->Next(name))
+    const Attribute attribute = iteration->Next(name);
+    if (!attribute.Exists())
         return -1;
-    const Attribute attribute = iteration->Get(name);
     const std::size_t count = attribute.Count();
     if (oName)
         FillBuffer(oName, name);
     if (oText)
-        FillBuffer(oText, count == 0 ? std::string_view()
-                                     : attribute[std::min<std::size_t>(count, 2) - 1]);
+        FillBuffer(oText, count == 0 ? "" : attribute[count == 1 ? 0 : 1]);
     if (oNumber)
         *oNumber = static_cast<long>(count);
     return 0;
