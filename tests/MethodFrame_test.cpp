@@ -63,6 +63,8 @@ const Operation kOperations[] = {
      [](ZORDuxServices& s) { return s.ListOfSettingVariables("f").Size() == 0; }},
     {"GetIdentifier", Form::Short,
      "OutUuid = ", [](ZORDuxServices& s) { return s.GetIdentifier().IsEmpty(); }},
+    {"CreateSimpleContainer", Form::Long, "> ZORDuxModel::ZORDuxModel (iSchema)",
+     [](ZORDuxServices& s) { return !s.CreateSimpleContainer("Assembly", "AP214"); }},
     {"CheckFile", Form::Short, "Read Mode",
      [](ZORDuxServices& s) { return s.CheckFile("/tmp").exists == 0; }},
     {"SearchPath", Form::Short, "SearchPath RelativeName = ",

@@ -49,9 +49,9 @@ public:
     // a pointer of that type with a reference of its own and the result is ZORInterfaceFound;
     // otherwise *oInterface is null, the count is as it was and the result is ZORNoInterface.
     // An adapter answers for its object. Costs no allocation once the adapter exists. The first
-    // query that the dictionary of loaded code has no answer for reads the dictionary files; one
-    // that such a file answers loads the library named there, and raises a ZORInternalError when
-    // that cannot be done (see ZORDictionaryDirectories.h).
+    // query that loaded code has no answer for reads the dictionary files; one that such a file
+    // answers loads the library named there, and raises a ZORInternalError when that cannot be done
+    // (see ZORDictionaryDirectories.h).
     virtual int QueryInterface(const GUID& iInterface, void** oInterface);
     // Adds a reference and returns the new count.
     virtual unsigned int AddRef();

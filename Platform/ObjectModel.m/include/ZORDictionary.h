@@ -20,11 +20,9 @@ using ZORCreator = ZORBaseUnknown* (*)(ZORBaseUnknown* iObject);
 
 // Enters `iEntryName` for the class `iClassName`:
 // - with the kind CLSID_ZORMetaClass, `iObject` is the class's ZORMetaClass and `iClassId` the
-// identifier
-//   under which QueryMetaObject(const GUID&) finds it from now on;
+//   identifier under which QueryMetaObject(const GUID&) finds it from now on;
 // - with a creator, `iEntryName` is an interface and `iCreator` makes its adapters; the other
-// arguments do
-//   not matter.
+//   arguments do not matter.
 // `iLibrary` and `iFlags` are 0 for entries made by loaded code.
 ZOR_EXPORT void AddDictionary(const GUID& iClassId, const GUID* iKind, const char* iClassName,
                               const char* iEntryName, ZORCreator iCreator, void* iObject,

@@ -22,10 +22,11 @@
 // - `creator` is the library's function `ZORBaseUnknown* NAME(ZORBaseUnknown*)`, of C++ or C
 //   linkage, exported; the default is "CreateTIE", the interface and the class.
 //
-// The files are read when a query first finds no answer among loaded code, and never again; a
-// library is loaded when its entry first answers a query, and stays. Entries of loaded code go
-// before those of files; of two entries in files the one read first counts: directories in the
-// order of the list, in each of them the files in the order of their names.
+// The files are read when a query first finds no answer among loaded code for the object's own
+// class, and never again; a library is loaded when its entry first answers a query, and stays. For
+// one class, entries of loaded code go before those of files; of two entries in files the one read
+// first counts: directories in the order of the list, in each of them the files in the order of
+// their names.
 //
 // A mistake in a file is told on standard error in one line with file and line number, and the
 // other entries work. A library that cannot be loaded, or has no such creator, is an error of the

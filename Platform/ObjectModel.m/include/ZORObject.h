@@ -4,9 +4,9 @@
 
 // A component whose type is told when it is made.
 //
-//     ZORObject* object = new ZORObject("DUXSecurity", "DUX");        // of the late type
-//     DUXSecurity ZORIDuxSecurity_var security(object);                           // implemented
-//     elsewhere, or null object->Release();
+//     ZORObject* object = new ZORObject("DUXSecurity", "DUX"); // of the late type DUXSecurity
+//     ZORIDuxSecurity_var security(object);                    // null when nobody implements it
+//     object->Release();
 //
 // A bare object has a late type: a name that no code defines as a class, and under which other
 // libraries offer adapters, through a dictionary file as a rule. A class that derives from
@@ -18,8 +18,8 @@ class ZOR_EXPORT ZORObject : public ZORImplementationAdapter
 public:
     // The object is of the class `iClassName` when one of that name is registered whose parents
     // lead to ZORImplementationAdapter; else of the late type `iLateType`, as long as that is not
-    // the name of a registered class; else a mere ZORObject. Both may be null or empty. REQUIRES: a
-    // registered `iClassName` is the name of the class whose constructor calls this one.
+    // the name of a registered class; else a mere ZORObject. Both may be null or empty.
+    // REQUIRES: a registered `iClassName` is the name of the class whose constructor calls this.
     ZORObject(const char* iLateType, const char* iClassName);
     // Of the same type.
     ZORObject(const ZORObject& iOther);

@@ -2,9 +2,9 @@
 
 #include "ZORIDuxMaskEditor.h"
 
-// Makes the mask editor: an object of the late type "DUXMaskEditor", implemented by another library
-// that the dictionary names (see ZORDictionaryDirectories.h). The handle is its only owner; every call
-// makes another one. A null handle means that nobody implements it.
+// Makes the mask editor: an object of the late type "DUXMaskEditor" that another library implements
+// and the dictionary leads to (see ZORDictionaryDirectories.h). The handle is its only owner; every
+// call makes another one. A null handle means that nobody implements it.
 //
 //     if (ZORIDuxMaskEditor_var found = GetMaskEditor())
 //         found->…;

@@ -2,9 +2,9 @@
 
 #include "ZORIDuxSecurity.h"
 
-// Makes the security component: an object of the late type "DUXSecurity", implemented by another
-// library that the dictionary names (see ZORDictionaryDirectories.h). The handle is its only owner; every
-// call makes another one. A null handle means that nobody implements it.
+// Makes the security component: an object of the late type "DUXSecurity" that another library
+// implements and the dictionary leads to (see ZORDictionaryDirectories.h). The handle is its only
+// owner; every call makes another one. A null handle means that nobody implements it.
 //
 //     if (ZORIDuxSecurity_var found = GetSecurity())
 //         found->…;

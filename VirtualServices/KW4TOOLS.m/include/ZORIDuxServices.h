@@ -100,12 +100,14 @@ public:
     // A new identifier as text: a version 4 UUID of RFC 9562, 36 lower-case characters.
     virtual ZORUnicodeString GetIdentifier() = 0;
 
-    // The names of the classes that support an interface, in the order of their dictionary entries.
+    // The names of the classes that support an interface, in the order of their dictionary entries,
+    // those of dictionary files included; none when no class does.
     virtual ZORListValZORUnicodeString
     GetDynamicObjList(const ZORUnicodeString& iInterfaceName) = 0;
 
-    // A container over a new model of that type and schema. Raises ZORDuxServicesMsg 0x20002 when
-    // models do not offer their interface.
+    // A container over a new model of that type and schema, which lives as long as the container (a
+    // handle on ZORIDuxModel made from it leads back to the model). Raises ZORDuxServicesMsg
+    // 0x20002 when models do not offer their interface.
     virtual ZORIContainer_var CreateSimpleContainer(const ZORUnicodeString& iModelType,
                                                     const ZORUnicodeString& iTheSchemaName) = 0;
 

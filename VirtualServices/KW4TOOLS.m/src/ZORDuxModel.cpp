@@ -44,7 +44,7 @@ ZORDuxModel::ZORDuxModel(const char* iType, const ZORUnicodeString& iSchema)
     : ZORObject(iType, ClassName())
 {
     MethodFrame frame("ZORDuxModel::ZORDuxModel (iSchema)");
-    frame.Value("iType", iType ? std::string_view(iType) : std::string_view());
+    frame.Value("iType", std::string_view(iType ? iType : ""));
     frame.Value("iSchema", iSchema);
     _ModelType = iType;
     _Schema = iSchema;
