@@ -11,10 +11,12 @@
 #include "ZORDuxServices.h"
 #include "ZORDuxServicesMsg.h"
 #include "ZORRaisedError.h"
+#include "ZORXHContext.h"
 
 #include <functional>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <ostream>
 #include <stdexcept>
 #include <unistd.h>
 
@@ -40,6 +42,18 @@ public:
         thrownPlain = thrownPlain || (!iFile && iLine == 0);
     }
     bool thrownPlain = false;
+};
+
+// Says something else when it is displayed.
+class Showy final : public ZORInternalError
+{
+public:
+    explicit Showy(int& oAlive) : _Alive(oAlive) { ++_Alive; }
+    ~Showy() override { --_Alive; }
+    void Display(int, std::ostream& oStream) override { oStream << "show"; }
+
+private:
+    int& _Alive;
 };
 
 enum class Form { Short, Long };
@@ -152,6 +166,19 @@ TEST(MethodFrame, TellsNothingOfAnObjectOutsideTheFamily)
     for (const Operation& operation : kOperations) {
         SCOPED_TRACE(operation.name);
         EXPECT_EQ(MeetAndCatch(operation, new Stranger), "");
+    }
+}
+
+TEST(MethodFrame, TellsTheMessageHoweverTheErrorDisplaysItselfAndKeepsNothing)
+{
+    for (const Operation& operation : kOperations) {
+        SCOPED_TRACE(operation.name);
+        int alive = 0;
+        EXPECT_EQ(MeetAndCatch(operation, new Showy(alive)),
+                  "ZORInternalError (0x0) raised in some/File, line 12\n"
+                  "ZORInternalError raised in some/File, line 12\n");
+        EXPECT_EQ(alive, 0);
+        EXPECT_EQ(ZORXHContext::GetDepth(), 0);
     }
 }
 

@@ -286,6 +286,21 @@ TEST(WriteStream, LeavesTheFileOpenWhenWritingFailsAndOnlyThen)
     EXPECT_EQ(OpenFiles(), before + 1);
 }
 
+TEST(LineStreams, CloseTheFileWhenTheTraceRaises)
+{
+    const ScopedDirectory directory;
+    const std::string file = directory.Write("f", "a\n");
+    TraceLines lines;
+    const std::size_t before = OpenFiles();
+    lines.onLine = [](const std::string& line) {
+        if (line.find("Stream: OK") != std::string::npos)
+            throw 1;
+    };
+    EXPECT_THROW(Read(file), int);
+    EXPECT_THROW(Write({"a"}, file), int);
+    EXPECT_EQ(OpenFiles(), before);
+}
+
 TEST(LineStreams, GiveBackTheBytesOfAnyText)
 {
     const unsigned seed = 20261121;

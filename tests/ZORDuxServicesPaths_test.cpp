@@ -246,6 +246,9 @@ TEST(SearchPath, ANameThatEndsInASlashAsksForADirectory)
     EXPECT_EQ(Search("none/"), "");
     site.SearchPath(site / "none:" + (site / "dir"));
     EXPECT_EQ(Search("none/"), site / "dir/");
+    // Nothing found along the search path is not enough, not even for an empty base name.
+    site.SearchPath(site / "none");
+    EXPECT_EQ(Search("dir/"), "dir/");
 }
 
 TEST(SearchPath, TheEmptyNameFindsTheFirstDirectoryOrNothing)
@@ -274,6 +277,15 @@ TEST(SearchPath, NamesASettingByTheWholeEntry)
     site.Setting("OTHER/sub", site / "opt");
     site.SearchPath("$$OTHER/sub");
     EXPECT_EQ(Search("plate"), site / "opt/plate");
+}
+
+TEST(SearchPath, TakesOnlyAnEntryThatBeginsWithTheMarkForASetting)
+{
+    const Site site;
+    site.File("x$$OTHER/plate");
+    site.Setting("OTHER", site / "none");
+    site.SearchPath("x$$OTHER");
+    EXPECT_EQ(Search("plate"), "x$$OTHER/plate");
 }
 
 TEST(SearchPath, ExpandsTheVariableOfASetting)
@@ -476,6 +488,7 @@ TEST(SeekEnv, ExpandsTheFirstVariable)
     const ScopedEnvironment version("KW_VER", "5");
     const ScopedEnvironment letter("a", "z");
     const ScopedEnvironment dollar("KW_DOLLAR", "x$y");
+    const ScopedEnvironment withDollar("Q", "x$y");
     const ScopedEnvironment unset("KW_UNSET", std::nullopt);
     const ScopedEnvironment empty("KW_EMPTY", "");
     for (const Row& row : {
@@ -496,6 +509,7 @@ TEST(SeekEnv, ExpandsTheFirstVariable)
              Row{"/KW_VER/$KW_VER", "/5/KW_VER"},
              // The first "$" of the whole goes, be it the value's own.
              Row{"$KW_DOLLAR/x", "x$y/x"},
+             Row{"/Q/$Q", "/xy/$Q"},
              // One "//" becomes "/".
              Row{"//a//$KW_VER", "/a//5"},
          })
@@ -519,6 +533,17 @@ TEST(SeekEnv, TracesTheNameAndTheResult)
     services.SeekEnv("/opt");
     EXPECT_THAT(lines.Taken(), ElementsAre("   ZORDuxServices::SeekEnv iPath = /opt",
                                            "   ZORDuxServices::SeekEnv Path = /opt"));
+}
+
+TEST(SeekEnv, ReadsTheVariableAfterItsNameWasTraced)
+{
+    const ScopedEnvironment late("KW_LATE", "before");
+    TraceLines lines;
+    lines.onLine = [](const std::string& line) {
+        if (line.find(" Shell = ") != std::string::npos)
+            setenv("KW_LATE", "after", 1);
+    };
+    EXPECT_EQ(ZORDuxServices().SeekEnv("/$KW_LATE"), "/after");
 }
 
 TEST(GetEnv, GivesTheDirectoriesOfAVariable)

@@ -120,6 +120,25 @@ TEST(ListOfSettingVariables, ListsTheStoredNamesInTheOrderOfTheFile)
     EXPECT_THAT(NamesOf("missing"), IsEmpty());
 }
 
+TEST(ListOfSettingVariables, AnAttributeThatStoresNoNameIsListedEmpty)
+{
+    const SettingsSite site;
+    site.Write("f", "A = \"1\"\nB = []\n");
+    EXPECT_THAT(NamesOf("f"), ElementsAre("A", ""));
+}
+
+TEST(PutSetting, SaysOkOnlyWhenTheFileIsSaved)
+{
+    const SettingsSite site;
+    site.Directory().Write("file", "in the way");
+    ZORDuxServices services;
+    const CapturedOutput output(STDERR_FILENO);
+    TraceLines lines;
+    const std::string name = site.Directory() / "file/f";
+    RaisedBy([&] { services.PutSetting("A", "1", name.c_str()); });
+    EXPECT_EQ(lines.Taken().back(), "   ZORDuxServices::PutSetting iFileName = " + name);
+}
+
 TEST(RemoveSetting, RemovesEveryAttributeThatStoresTheName)
 {
     const SettingsSite site;

@@ -3,9 +3,15 @@
 
 #include "ZORDuxServices.h"
 
+#include "CapturedOutput.h"
+#include "RaisedBy.h"
 #include "ScopedDirectory.h"
+#include "SettingsSite.h"
 #include "Texts.h"
 #include "TraceLines.h"
+#include "ZORDuxServicesMsg.h"
+#include "ZORSettingRepository.h"
+#include "ZORUuid.h"
 
 #include <cstdio>
 #include <dlfcn.h>
@@ -51,7 +57,106 @@ extern "C" int fclose(std::FILE* ioStream)
     return failClose ? EOF : result;
 }
 
+// Of the framework: how often a repository is saved, and what removing an attribute or writing an
+// identifier meets.
+namespace
+{
+
+int saves = 0;
+ZORError* meets = nullptr;
+
+void Meet()
+{
+    if (meets)
+        throw ZORRaisedError(meets);
+}
+
+// Its Throw returns.
+class ComingBack final : public ZORInternalError
+{
+public:
+    void Throw(const char*, int) override {}
+};
+
+} // namespace
+
+extern "C" void SaveRepository(ZORSettingRepository* ioRepository) asm(
+    "_ZN20ZORSettingRepository14SaveRepositoryEv");
+extern "C" void SaveRepository(ZORSettingRepository* ioRepository)
+{
+    ++saves;
+    Next<void (*)(ZORSettingRepository*)>("_ZN20ZORSettingRepository14SaveRepositoryEv")(
+        ioRepository);
+}
+
+extern "C" void DelAttribute(ZORSettingRepository* ioRepository,
+                             const char* iName) asm("_ZN20ZORSettingRepository12DelAttributeEPKc");
+extern "C" void DelAttribute(ZORSettingRepository* ioRepository, const char* iName)
+{
+    Meet();
+    Next<void (*)(ZORSettingRepository*, const char*)>(
+        "_ZN20ZORSettingRepository12DelAttributeEPKc")(ioRepository, iName);
+}
+
+extern "C" void UuidText(const ZORUuid* iUuid, char* oText) asm("_ZNK7ZORUuid15UUID_to_chaineEPc");
+extern "C" void UuidText(const ZORUuid* iUuid, char* oText)
+{
+    Meet();
+    Next<void (*)(const ZORUuid*, char*)>("_ZNK7ZORUuid15UUID_to_chaineEPc")(iUuid, oText);
+}
+
 using ::testing::ElementsAre;
+
+TEST(RemoveSetting, SavesOnceForEachAttributeItRemoves)
+{
+    const SettingsSite site;
+    site.Write("f", "A = \"1\"\nB = [\"A\", \"2\"]\nC = \"3\"\nD = [\"A\", \"4\"]\n");
+    saves = 0;
+    ZORDuxServices().RemoveSetting("A", "f");
+    EXPECT_EQ(saves, 3);
+    ZORDuxServices().RemoveSetting("A", "f");
+    EXPECT_EQ(saves, 3);
+}
+
+TEST(RemoveSetting, TellsAnErrorOfTheRepositoryAndEndsShouldThrowComeBack)
+{
+    const SettingsSite site;
+    site.Write("f", "A = \"1\"\n");
+    const ZORHandle<ZORError> error(new ComingBack);
+    meets = error.Get();
+    const CapturedOutput output(STDERR_FILENO);
+    ZORDuxServices().RemoveSetting("A", "f");
+    meets = nullptr;
+    EXPECT_EQ(output.Text(), "ZORInternalError (0x0) never raised\n");
+    EXPECT_EQ(site.Read("f"), "A = \"1\"\n");
+}
+
+TEST(GetOctetIdentifier, TellsAnErrorAndGivesNothingShouldThrowComeBack)
+{
+    const ZORHandle<ZORError> error(new ComingBack);
+    meets = error.Get();
+    const CapturedOutput output(STDERR_FILENO);
+    const _SEQUENCE_octet octets = ZORDuxServices().GetOctetIdentifier();
+    meets = nullptr;
+    EXPECT_EQ(octets.length(), 0);
+    EXPECT_EQ(octets.maximum(), 0);
+    EXPECT_EQ(octets.buffer(), nullptr);
+    EXPECT_EQ(output.Text(), "ZORInternalError (0x0) never raised\n");
+}
+
+TEST(GetOctetIdentifier, TellsAnErrorInTheShortFormAndLetsItGoOn)
+{
+    auto* const error = new ZORDuxServicesMsg(0x20002);
+    error->SetParameters(2, "A", "B").Setup("some/File", 12);
+    meets = error;
+    const CapturedOutput output(STDERR_FILENO);
+    const ZORHandle<ZORError> raised = RaisedBy([] { ZORDuxServices().GetOctetIdentifier(); });
+    meets = nullptr;
+    EXPECT_EQ(raised.Get(), error);
+    EXPECT_EQ(output.Text(),
+              "ZORDuxServicesMsg (0x20002): The component A does not offer the interface B.\n"
+              "ZORDuxServicesMsg raised in some/File, line 12\n");
+}
 
 TEST(CheckFile, AsksFourTimesInOrderWhateverTheFirstAnswerIs)
 {
@@ -69,6 +174,7 @@ TEST(SeekFile, AsksOncePerDirectoryUpToTheHit)
     const ScopedDirectory directory;
     const ScopedWorkingDirectory there(directory.Path());
     directory.Write("two/x", "x");
+    accessCalls.clear();
     recordAccess = true;
     ZORDuxServices().SeekFile("x", "one:two:three");
     recordAccess = false;
@@ -82,7 +188,9 @@ TEST(ReadStream, GivesThePiecesReadBeforeAnErrorAndLeavesTheFileOpen)
     ZORDuxServices services;
     TraceLines lines;
     readsUntilError = 2;
-    EXPECT_THAT(Texts(services.ReadStream(file.c_str())), ElementsAre("a\n", "b\n"));
+    const std::vector<std::string> pieces = Texts(services.ReadStream(file.c_str()));
+    readsUntilError = -1;
+    EXPECT_THAT(pieces, ElementsAre("a\n", "b\n"));
     EXPECT_THAT(lines.Taken(),
                 ElementsAre("   ZORDuxServices::ReadStream iFileName = " + file,
                             "   ZORDuxServices::ReadStream Open Stream: OK",

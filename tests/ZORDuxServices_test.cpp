@@ -4,12 +4,14 @@
 #include "CreateServices.h"
 #include "LifeCycleObject.h"
 #include "RaisedBy.h"
+#include "SettingsSite.h"
 #include "TraceLines.h"
 #include "VirtualTable.h"
 #include "ZORDictionary.h"
 #include "ZORDuxServicesMsg.h"
 #include "ZORMetaClass.h"
 
+#include <algorithm>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <unistd.h>
@@ -85,6 +87,42 @@ TEST(ZORDuxServices, HasNoVirtualOperationsButThoseOfEveryComponent)
                             "ZORBaseUnknown::QueryInterface(char const*) const"));
 }
 
+TEST(ZORDuxServices, HasItsOperationsOutsideTheTable)
+{
+    constexpr auto kNoSlot = static_cast<std::size_t>(-1);
+    EXPECT_EQ(SlotOf(&ZORDuxServices::SeekFile), kNoSlot);
+    EXPECT_EQ(SlotOf(&ZORDuxServices::CheckFile), kNoSlot);
+    EXPECT_EQ(SlotOf(&ZORDuxServices::LoadSchema), kNoSlot);
+    EXPECT_EQ(SlotOf(&ZORDuxServices::GetSettingSeparator), kNoSlot);
+    EXPECT_EQ(SlotOf(&ZORDuxServices::PutSettingSeparator), kNoSlot);
+    EXPECT_EQ(SlotOf(&ZORDuxServices::GetSetting), kNoSlot);
+    EXPECT_EQ(SlotOf(&ZORDuxServices::PutSetting), kNoSlot);
+    EXPECT_EQ(SlotOf(&ZORDuxServices::RemoveSetting), kNoSlot);
+    EXPECT_EQ(SlotOf(&ZORDuxServices::ListOfSettingVariables), kNoSlot);
+    EXPECT_EQ(SlotOf(&ZORDuxServices::SearchPath), kNoSlot);
+    EXPECT_EQ(SlotOf(&ZORDuxServices::SeekPath), kNoSlot);
+    EXPECT_EQ(SlotOf(&ZORDuxServices::GetEnv), kNoSlot);
+    EXPECT_EQ(SlotOf(&ZORDuxServices::GetOctetIdentifier), kNoSlot);
+    EXPECT_EQ(SlotOf(&ZORDuxServices::GetIdentifier), kNoSlot);
+    EXPECT_EQ(SlotOf(&ZORDuxServices::GetDynamicObjList), kNoSlot);
+    EXPECT_EQ(SlotOf(&ZORDuxServices::CreateSimpleContainer), kNoSlot);
+    EXPECT_EQ(SlotOf(&ZORDuxServices::WriteStream), kNoSlot);
+    EXPECT_EQ(SlotOf(&ZORDuxServices::ReadStream), kNoSlot);
+    EXPECT_EQ(SlotOf(&ZORDuxServices::SeekEnv), kNoSlot);
+    EXPECT_EQ(SlotOf(&ZORDuxServices::remove), kNoSlot);
+}
+
+TEST(ZORDuxServices, SurvivesATraceThatRaisesWhileItGoes)
+{
+    TraceLines lines;
+    ZORPSNTrace::SetCallLines(true);
+    ZORIDuxServices_var services = CreateServices();
+    lines.onLine = [](const std::string&) { throw 1; };
+    services = nullptr;
+    lines.onLine = nullptr;
+    EXPECT_EQ(lines.Taken().back(), "> ZORDuxServices::~ZORDuxServices");
+}
+
 TEST(ZORDuxServices, BeginsWithAColonAsSeparator)
 {
     EXPECT_EQ(ZORDuxServices().GetSettingSeparator(), ":");
@@ -113,7 +151,10 @@ TEST(ZORDuxServices, RemoveEndsNothing)
     ZORIDuxServices_var services = CreateServices();
     const LifeCycleObject_var life(services);
     ASSERT_TRUE(life);
+    TraceLines lines;
+    ZORPSNTrace::SetCallLines(true);
     life->remove();
+    EXPECT_THAT(lines.Taken(), ElementsAre("> ZORDuxServices::remove", "< ZORDuxServices::remove"));
     services->PutSettingSeparator(";");
     EXPECT_EQ(services->GetSettingSeparator(), ";");
 }
@@ -208,6 +249,73 @@ TEST(TIEZORIDuxServicesZORDuxServices, KeepsTheOrderOfItsOperations)
     const std::vector<std::string> entries = OwnEntries(*services, operations.size());
     for (std::size_t i = 0; i < operations.size(); ++i)
         EXPECT_EQ(entries[i], "TIEZORIDuxServicesZORDuxServices::" + operations[i]);
+}
+
+TEST(TIEZORIDuxServicesZORDuxServices, ForwardsEachCallWithItsArguments)
+{
+    const SettingsSite site;
+    const std::string file = site.Directory() / "lines";
+    const ZORIDuxServices_var services = CreateServices();
+    ZORListValZORUnicodeString list;
+    list.Append("a\n");
+    TraceLines lines;
+    const auto first = [&lines](std::size_t iCount) {
+        std::vector<std::string> taken = lines.Taken();
+        taken.resize(std::min(taken.size(), iCount));
+        return taken;
+    };
+
+    EXPECT_EQ(services->SeekFile("tmp", "/none:/"), "//tmp");
+    EXPECT_THAT(first(2), ElementsAre("   ZORDuxServices::SeekFile iFileName = tmp",
+                                      "   ZORDuxServices::SeekFile iPath = /none:/"));
+    EXPECT_EQ(services->CheckFile("/tmp").exists, 1);
+    EXPECT_THAT(first(1), ElementsAre("   ZORDuxServices::CheckFile iFullPath = /tmp"));
+    {
+        const CapturedOutput output(STDERR_FILENO);
+        RaisedBy([&] { services->LoadSchema("NoSuchSchema"); });
+    }
+    EXPECT_THAT(first(1), ElementsAre("   ZORDuxServices::LoadSchema iSchemaName = NoSuchSchema"));
+    services->PutSettingSeparator(";:");
+    EXPECT_THAT(first(1), ElementsAre("   ZORDuxServices::PutSettingSeparator iSeparator = ;:"));
+    EXPECT_EQ(services->GetSettingSeparator(), ";:");
+    EXPECT_THAT(first(1),
+                ElementsAre("   ZORDuxServices::GetSettingSeparator _TheSettingSeparator = ;:"));
+    services->PutSetting("A", "1", "f");
+    EXPECT_THAT(first(3), ElementsAre("   ZORDuxServices::PutSetting iSettingName = A",
+                                      "   ZORDuxServices::PutSetting iSettingValue = 1",
+                                      "   ZORDuxServices::PutSetting iFileName = f"));
+    EXPECT_EQ(services->GetSetting("A", "f"), "1");
+    EXPECT_THAT(first(2), ElementsAre("   ZORDuxServices::GetSetting iVariableName = A",
+                                      "   ZORDuxServices::GetSetting iFileName = f"));
+    EXPECT_EQ(services->ListOfSettingVariables("f").Size(), 1);
+    EXPECT_THAT(first(1), ElementsAre("   ZORDuxServices::ListOfSettingVariables iFileName = f"));
+    services->RemoveSetting("A", "f");
+    EXPECT_THAT(first(2), ElementsAre("   ZORDuxServices::RemoveSetting iSettingName = A",
+                                      "   ZORDuxServices::RemoveSetting iFileName = f"));
+    EXPECT_EQ(services->GetSetting("A", "f"), "");
+    lines.Taken();
+    EXPECT_EQ(services->SearchPath("/none/tmp"), "");
+    EXPECT_THAT(first(1), ElementsAre("   ZORDuxServices::SearchPath iFileName = /none/tmp"));
+    EXPECT_EQ(services->SeekPath("/a;/b").Size(), 2);
+    EXPECT_THAT(first(1), ElementsAre("   ZORDuxServices::SeekPath iFullPath = /a;/b"));
+    services->GetEnv("PATH");
+    EXPECT_THAT(first(1), ElementsAre("   ZORDuxServices::GetEnv iEnvType = PATH"));
+    EXPECT_EQ(services->GetOctetIdentifier().length(), 36);
+    EXPECT_EQ(services->GetIdentifier().GetLengthInChar(), 36);
+    lines.Taken();
+    EXPECT_EQ(services->GetDynamicObjList("LifeCycleObject").Size(), 1);
+    EXPECT_THAT(first(1), ElementsAre("   ZORDuxServices::GetDynamicObjList iInterfaceName = "
+                                      "LifeCycleObject"));
+    EXPECT_TRUE(services->CreateSimpleContainer("type", "schema"));
+    EXPECT_THAT(first(2),
+                ElementsAre("   ZORDuxServices::CreateSimpleContainer iModelType = type",
+                            "   ZORDuxServices::CreateSimpleContainer iTheSchemaName = schema"));
+    EXPECT_EQ(services->WriteStream(list, file.c_str()), 1);
+    EXPECT_THAT(first(1), ElementsAre("   ZORDuxServices::WriteStream iFileName = " + file));
+    EXPECT_EQ(services->ReadStream(file.c_str()).Size(), 1);
+    EXPECT_THAT(first(1), ElementsAre("   ZORDuxServices::ReadStream iFileName = " + file));
+    EXPECT_EQ(services->SeekEnv("/plain"), "/plain");
+    EXPECT_THAT(first(1), ElementsAre("   ZORDuxServices::SeekEnv iPath = /plain"));
 }
 
 TEST(TIELifeCycleObjectZORDuxServices, StandsForTheServicesObject)

@@ -9,6 +9,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sstream>
+#include <thread>
 
 namespace
 {
@@ -32,13 +33,6 @@ class Stranger final : public ZORError
     ZOR_DECLARE_CLASS
 };
 ZOR_IMPLEMENT_CLASS(Stranger, ZORKindImplementation, ZORBaseUnknown)
-
-class ComingBack final : public ZORInternalError
-{
-public:
-    void Throw(const char*, int) override { ++thrown; }
-    int thrown = 0;
-};
 
 std::string History(ZORError& ioError)
 {
@@ -126,6 +120,8 @@ TEST(ZORError, WithoutATextNamesClassFileAndLine)
     error.Setup("some/File", 12);
     EXPECT_EQ(Message(error, 0), "ZORInternalError raised in some/File, line 12");
     EXPECT_EQ(Message(error, 1), "ZORInternalError (0x31) raised in some/File, line 12");
+    error.Setup("another/File", 34);
+    EXPECT_EQ(Message(error, 0), "ZORInternalError raised in some/File, line 12");
 }
 
 TEST(ZORError, TellsItsTextAloneOrWithItsIdentity)
@@ -134,6 +130,7 @@ TEST(ZORError, TellsItsTextAloneOrWithItsIdentity)
     error.SetText("The disk is full.");
     EXPECT_EQ(Message(error, 0), "The disk is full.");
     EXPECT_EQ(Message(error, 1), "ZORInternalError (0x31): The disk is full.");
+    EXPECT_EQ(Message(error, 2), Message(error, 1));
     std::ostringstream stream;
     error.Display(1, stream);
     EXPECT_EQ(stream.str(), "ZORInternalError (0x31): The disk is full.\n");
@@ -156,6 +153,10 @@ TEST(ZORError, AClonedErrorIsOneOfItsOwn)
     EXPECT_EQ(clone->GetId(), 0x20002U);
     EXPECT_EQ(Message(*clone, 0), Message(error, 0));
     EXPECT_EQ(History(*clone), History(error));
+    ZORInternalError internal;
+    const ZORHandle<ZORError> internalClone(internal.CloneSelf());
+    internalClone->Release();
+    EXPECT_STREQ(internalClone->IsA(), "ZORInternalError");
     error.SetText("changed");
     EXPECT_NE(Message(*clone, 0), Message(error, 0));
 }
@@ -173,11 +174,15 @@ TEST(ZORError, TakesParametersByNumber)
     EXPECT_EQ(error.GetParameter(1), nullptr);
 }
 
-TEST(ZORError, AMayBeOverriddenThrowComesBack)
+TEST(ZORRaisedError, GivesOneTextThatLivesAsLongAsItDoes)
 {
-    ComingBack error;
-    error.Throw("some/File", 12);
-    EXPECT_EQ(error.thrown, 1);
+    auto* const error = new ZORInternalError;
+    error->SetText("A text that is too long to be kept inside of a string object.");
+    const ZORRaisedError raised(error);
+    const char* const first = raised.what();
+    EXPECT_EQ(raised.what(), first);
+    EXPECT_STREQ(first, "ZORInternalError (0x0): A text that is too long to be kept inside of a "
+                        "string object.");
 }
 
 TEST(ZORError, AnObjectOutsideTheFamilySaysSo)
@@ -217,6 +222,16 @@ TEST(ZORDuxServicesMsg, HasATextForEachOfItsIdentifiers)
     }
 }
 
+TEST(ZORDuxServicesMsg, ListsItsThreeTexts)
+{
+    unsigned int count = 0;
+    const ZORErrDsc* table = nullptr;
+    ZORDuxServicesMsg().GetErrorTable(&count, &table);
+    ASSERT_EQ(count, 3U);
+    EXPECT_EQ(table[0].id, 0x20002U);
+    EXPECT_EQ(table[2].id, 0x20004U);
+}
+
 TEST(ZORDuxServicesMsg, FillsThePlacesOfItsTextOnce)
 {
     ZORDuxServicesMsg error(0x20002);
@@ -249,4 +264,12 @@ TEST(ZORXHContext, HoldsACaughtErrorUntilItIsFlushedOrCloses)
         EXPECT_EQ(alive, 0);
     }
     EXPECT_EQ(ZORXHContext::GetDepth(), 0);
+}
+
+TEST(ZORXHContext, CountsForEachThreadByItself)
+{
+    const ZORXHContext context;
+    int depth = -1;
+    std::thread([&depth] { depth = ZORXHContext::GetDepth(); }).join();
+    EXPECT_EQ(depth, 0);
 }

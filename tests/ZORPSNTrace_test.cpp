@@ -6,6 +6,8 @@
 #include "ZORString.h"
 
 #include <cerrno>
+#include <csignal>
+#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <ostream>
@@ -68,6 +70,55 @@ TEST(ZORPSNTrace, IndentsByThreeForEachActiveScopeAround)
     }
     const ZORPSNTrace next("Next", 42, nullptr);
     EXPECT_EQ(next.GetIndent(), 6);
+}
+
+TEST(ZORPSNTrace, AScopeThatOpenedWhileOffIndentsAsTheScopesAround)
+{
+    TraceLines lines;
+    const ZORPSNTrace outer("Outer", 42, nullptr);
+    ZORPSNTrace::SetActiveLevel(0);
+    const ZORPSNTrace passive("Passive", 42, nullptr);
+    ZORPSNTrace::SetActiveLevel(42);
+    EXPECT_EQ(passive.GetIndent(), 3);
+}
+
+TEST(ZORPSNTrace, AScopeThatIsTurnedOffClosesWithoutALine)
+{
+    TraceLines lines;
+    ZORPSNTrace::SetCallLines(true);
+    {
+        const ZORPSNTrace trace("Method", 42, nullptr);
+        ZORPSNTrace::SetActiveLevel(ZORPSNTrace::kOff);
+    }
+    EXPECT_THAT(lines.Taken(), ElementsAre("> Method"));
+}
+
+TEST(ZORPSNTrace, ASinkMayTrace)
+{
+    TraceLines lines;
+    bool nested = false;
+    lines.onLine = [&nested](const std::string&) {
+        if (!std::exchange(nested, true))
+            Write("from the sink, and longer than the line it was called for");
+    };
+    Write("first");
+    Write("second");
+    EXPECT_THAT(lines.Taken(),
+                ElementsAre("first", "from the sink, and longer than the line it was called for",
+                            "second"));
+}
+
+TEST(ZORPSNTrace, ALineWhoseEndWasLostIsEndedAllTheSame)
+{
+    TraceLines lines;
+    ZORPSNTrace trace("Method", 42, nullptr);
+    std::ostream& line = trace.GetLigne().GetStream();
+    line << "cut short";
+    line.setstate(std::ios::badbit);
+    line << " by a lack of memory" << std::endl;
+    trace.Out();
+    Write(trace, "next");
+    EXPECT_THAT(lines.Taken(), ElementsAre("cut short", "next"));
 }
 
 TEST(ZORPSNTrace, GivesIndentationAndMethodAsTexts)
@@ -172,6 +223,29 @@ TEST(ZORPSNTrace, AppendsToAFile)
     EXPECT_EQ(directory.Read("trace"), "before\none\n");
 }
 
+TEST(ZORPSNTrace, HasOneFileOpenAtATimeAndPassesItToNoOtherProgram)
+{
+    const auto open = [] {
+        const std::filesystem::directory_iterator files("/proc/self/fd");
+        return std::distance(begin(files), end(files));
+    };
+    const ScopedDirectory directory;
+    const auto before = open();
+    for (const char* name : {"one", "two", "three"})
+        ASSERT_TRUE(ZORPSNTrace::SetFile((directory / name).c_str()));
+    EXPECT_EQ(open(), before + 1);
+    int passedOn = 0;
+    for (int file = 3; file < 64; ++file)
+        if (std::filesystem::exists("/proc/self/fd/" + std::to_string(file)) &&
+            std::filesystem::read_symlink("/proc/self/fd/" + std::to_string(file)) ==
+                directory / "three" &&
+            (fcntl(file, F_GETFD) & FD_CLOEXEC) == 0)
+            ++passedOn;
+    EXPECT_EQ(passedOn, 0);
+    ASSERT_TRUE(ZORPSNTrace::SetFile(""));
+    EXPECT_EQ(open(), before);
+}
+
 TEST(ZORPSNTrace, AFileThatCannotBeOpenedLeavesTheOutputWhereItWas)
 {
     const ScopedDirectory directory;
@@ -234,13 +308,14 @@ TEST(ZORPSNTrace, LinesOfSeveralThreadsDoNotMix)
 namespace
 {
 
-std::string RunAgain(const std::string& iEnvironment)
+std::string RunAgain(const std::string& iEnvironment, const std::string& iTest = "WritesALine")
 {
     const std::string program = std::filesystem::read_symlink("/proc/self/exe").string();
     const CapturedOutput output(STDERR_FILENO);
     const std::string command = iEnvironment + " '" + program +
                                 "' --gtest_also_run_disabled_tests "
-                                "--gtest_filter=*.DISABLED_WritesALine >/dev/null";
+                                "--gtest_filter=*.DISABLED_" +
+                                iTest + " >/dev/null";
     EXPECT_EQ(std::system(command.c_str()), 0);
     return output.Text();
 }
@@ -252,6 +327,20 @@ TEST(ZORPSNTraceEnvironment, DISABLED_WritesALine)
     ZORPSNTrace trace("Method", 42, nullptr);
     if (ZORPSNTrace::LevelIsActive(trace.GetLevel()))
         Write(trace, "a line");
+}
+
+TEST(ZORPSNTraceEnvironment, DISABLED_WritesALineAtExit)
+{
+    struct AtExit {
+        ~AtExit() { Write("at exit"); }
+    };
+    static const AtExit last;
+    Write("before");
+}
+
+TEST(ZORPSNTraceEnvironment, StaticObjectsMayTraceWhileTheProgramEnds)
+{
+    EXPECT_EQ(RunAgain("ZOR_PSN_TRACE=42", "WritesALineAtExit"), "before\nat exit\n");
 }
 
 TEST(ZORPSNTraceEnvironment, TurnsScopesOnByLevel)
@@ -276,6 +365,7 @@ TEST(ZORPSNTraceEnvironment, NamesTheFile)
 {
     const ScopedDirectory directory;
     EXPECT_EQ(RunAgain("ZOR_PSN_TRACE=42 ZOR_PSN_TRACE_FILE=" + (directory / "trace")), "");
+    EXPECT_EQ(RunAgain("ZOR_PSN_TRACE=42 ZOR_PSN_TRACE_FILE="), "a line\n");
     EXPECT_EQ(directory.Read("trace"), "a line\n");
 }
 

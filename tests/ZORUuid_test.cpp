@@ -36,8 +36,8 @@ std::array<std::uint64_t, 2> Number(const Text& iText)
     for (const char character : iText) {
         if (character == '-' || character == '\0')
             continue;
-        const auto digit = static_cast<std::uint64_t>(
-            character <= '9' ? character - '0' : character - 'a' + 10);
+        const auto digit =
+            static_cast<std::uint64_t>(character <= '9' ? character - '0' : character - 'a' + 10);
         number[digits / 16] = number[digits / 16] << 4 | digit;
         ++digits;
     }
@@ -59,10 +59,9 @@ TEST(ZORUuid, HasATextOf36LowerCaseCharactersAndANul)
     text.fill('#');
     ZORUuid().UUID_to_chaine(text.data());
     EXPECT_EQ(text[36], '\0');
-    EXPECT_THAT(
-        text.data(),
-        ::testing::MatchesRegex(
-            "[0-9a-f]{8}-[0-9a-f]{4}-4[0-9a-f]{3}-[89ab][0-9a-f]{3}-[0-9a-f]{12}"));
+    EXPECT_THAT(text.data(),
+                ::testing::MatchesRegex(
+                    "[0-9a-f]{8}-[0-9a-f]{4}-4[0-9a-f]{3}-[89ab][0-9a-f]{3}-[0-9a-f]{12}"));
 }
 
 TEST(ZORUuid, GivesTheSameTextEachTime)

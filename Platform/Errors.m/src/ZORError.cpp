@@ -4,6 +4,7 @@
 #include "ZORRaisedError.h"
 
 #include <cstdarg>
+#include <cstdio>
 #include <ostream>
 
 ZOR_IMPLEMENT_CLASS(ZORError, ZORKindImplementation, ZORBaseUnknown)

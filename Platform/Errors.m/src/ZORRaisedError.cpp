@@ -18,7 +18,8 @@ ZORRaisedError::~ZORRaisedError() = default;
 const char* ZORRaisedError::what() const noexcept
 {
     try {
-        _What = _Error->GetMessage(1);
+        if (_What.IsEmpty())
+            _What = _Error->GetMessage(1);
         return _What.ConvertToChar();
     } catch (...) { // no memory for the text
         return _Error->IsA();

@@ -25,12 +25,12 @@ class ZORBaseUnknown;
 //
 // Format. TOML 1.0, to be edited by people at any time:
 //
-//     NAME = "value"              # attribute NAME with the strings ("NAME", "value")
-//     PORT = 8080                 # ("PORT", "8080"): numbers, truth values, dates as they are
-//     written "two words" = 'C:\dux'      # any name and any way of quoting PATHS = ["first",
-//     "second"] # the general form: ("first", "second"), any number of strings [window] # tables,
-//     "window.width = 1", lists of lists or of tables: left width = 640                 # alone,
-//     and no attributes
+//     NAME = "value"                 # attribute NAME with the strings ("NAME", "value")
+//     PORT = 8080                    # ("PORT", "8080"): numbers, truth values, dates as they are
+//     "two words" = 'C:\dux'         # any name and any way of quoting
+//     PATHS = ["first", "second"]    # the general form: any number of strings
+//     [window]                       # tables, names with dots, lists of lists or of tables:
+//     width = 640                    # left alone, and no attributes
 //
 // A byte that is not part of well-formed UTF-8 is written as \u0000 followed by \u0080 to \u00FF:
 // "\u0000\u00E9" is the single byte E9. Any other \u0000 is an error, for no text can hold a NUL.

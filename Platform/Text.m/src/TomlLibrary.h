@@ -3,6 +3,9 @@
 // The TOML library (toml++), made safe for text from anywhere. To be included, in a source file, in
 // place of its own header; it is heavy.
 
+#include <cstdint>
+#include <string_view>
+
 #pragma push_macro("NDEBUG")
 
 // Its assertions are compiled out: some do not hold for damaged text, and what follows them deals

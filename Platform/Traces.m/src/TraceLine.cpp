@@ -23,6 +23,16 @@ void TraceLine::Clear()
     _Stream.clear();
 }
 
+void TraceLine::Complete()
+{
+    if (_Stream.good())
+        return;
+    if (pptr() == epptr())
+        pbump(-1);
+    *pptr() = '\n';
+    pbump(1);
+}
+
 void TraceLine::Reserve(std::size_t iMore)
 {
     const std::size_t used = Text().size();

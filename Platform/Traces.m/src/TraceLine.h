@@ -18,6 +18,8 @@ public:
     // What was collected; valid until the next character or Clear.
     std::string_view Text() const { return {pbase(), static_cast<std::size_t>(pptr() - pbase())}; }
     void Clear();
+    // Ends the line where its own end was lost to a lack of memory.
+    void Complete();
 
 private:
     int_type overflow(int_type iCharacter) override;

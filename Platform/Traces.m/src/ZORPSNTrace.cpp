@@ -11,6 +11,7 @@
 #include <string>
 #include <system_error>
 #include <unistd.h>
+#include <utility>
 
 namespace
 {
@@ -72,10 +73,19 @@ int LevelFromEnvironment()
     return ZORPSNTrace::kOff;
 }
 
+// The line that this thread writes. One that is asked for after the thread's end (static objects of
+// the main thread go later than its thread_local ones) is made anew and kept.
 TraceLine& ThreadLine()
 {
-    thread_local TraceLine line;
-    return line;
+    thread_local TraceLine* line = nullptr;
+    struct Ending {
+        ~Ending() { delete std::exchange(line, nullptr); }
+    };
+    if (!line) {
+        thread_local const Ending ending;
+        line = new TraceLine;
+    }
+    return *line;
 }
 
 } // namespace
@@ -96,7 +106,7 @@ void ZORPSNTrace::Close()
 {
     depth = _Depth;
     try {
-        if (Output::Instance().callLines)
+        if (Output::Instance().callLines && LevelIsActive(_Level))
             WriteCall("< ", nullptr);
     } catch (...) { // a scope also closes while an error is on its way
     }
@@ -137,18 +147,20 @@ const char* ZORPSNTrace::GetMethod(ZORString& oText) const
 
 void ZORPSNTrace::Out()
 {
-    TraceLine& line = ThreadLine();
     const Output& output = Output::Instance();
-    struct Clearing {
-        TraceLine& line;
-        ~Clearing() { line.Clear(); }
-    } const clearing{line};
+    TraceLine& line = ThreadLine();
     if (line.Text().empty())
         return;
-    if (output.sink)
-        output.sink(line.Text().data(), line.Text().size(), output.context);
-    else
+    line.Complete();
+    if (!output.sink) {
         WriteWhole(output.file, line.Text());
+        line.Clear();
+        return;
+    }
+    // A sink may trace itself: the thread's line is free for it.
+    const std::string text(line.Text());
+    line.Clear();
+    output.sink(text.data(), text.size(), output.context);
 }
 
 void ZORPSNTrace::SetActiveLevel(int iLevel)

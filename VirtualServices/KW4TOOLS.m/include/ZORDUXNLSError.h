@@ -3,7 +3,7 @@
 #include "ZORInternalError.h"
 
 // An error whose text comes from a message catalog. The services raise it bare, without a text,
-// when an argument that must not be empty is: file and line then tell which (see docs).
+// when an argument that must not be empty is: file and line then tell which.
 class ZOR_EXPORT ZORDUXNLSError : public ZORInternalError
 {
     ZOR_DECLARE_CLASS

@@ -19,13 +19,13 @@
 //
 // What holds for all of them:
 // - Texts are UTF-8, file names are used byte for byte. Results are the caller's own copies.
-// - Errors are raised as ZORRaisedError with a ZORError inside; but for SeekFile, the separator
-//   operations, SeekPath, GetEnv and GetDynamicObjList each operation also reports them on standard
-//   error before they go on to the caller. An argument that must not be empty but is raises a
-//   ZORDUXNLSError.
-// - Each operation opens a method trace scope of level 42 named "ZORDuxServices::" and its own
-// name, and
-//   writes its arguments and results to it (see ZORPSNTrace.h).
+// - Errors are raised as ZORRaisedError with a ZORError inside. Each operation also tells them on
+//   standard error before they go on to the caller, but for SeekFile, SeekPath, GetEnv,
+//   GetDynamicObjList and the two of the separator. An argument that must not be empty but is
+//   raises a ZORDUXNLSError.
+// - Each operation opens a method trace scope of level 42, named "ZORDuxServices::" and its own
+//   name, and writes its arguments to it, most of them their result or progress too
+//   (see ZORPSNTrace.h).
 // - Thread rule: one thread at a time for one services object.
 class ZOR_EXPORT ZORIDuxServices : public ZORBaseUnknown
 {
@@ -62,7 +62,7 @@ public:
                                         const ZORUnicodeString& iFileName) = 0;
 
     // Stores a setting and saves the file at once; when this returns the setting is on the disk.
-    // Name and value may be empty; the file name may not.
+    // Name (at most 199 bytes) and value may be empty; the file name may not.
     virtual void PutSetting(const ZORUnicodeString& iSettingName,
                             const ZORUnicodeString& iSettingValue,
                             const ZORUnicodeString& iFileName) = 0;
@@ -80,9 +80,11 @@ public:
     // Finds a file: its base name along the path list of the setting "DUX_SEARCH_PATH" of the
     // settings file "DUXAdmin", then in the directory written before the base name, then in the
     // current directory. Returns the path it was found under (the bare base name when in the
-    // current directory), empty when it was not found. In the path list "$$NAME" as a whole entry
-    // stands for that setting of "DUXAdmin", and the first "$NAME", up to the next "/", for an
-    // environment variable.
+    // current directory), empty when it was not found. A name that ends in "/" asks for a
+    // directory. In the path list, blanks around an entry go, "$$NAME" as a whole entry stands for
+    // that setting of "DUXAdmin", and the first "$NAME" of an entry, up to the next "/", for an
+    // environment variable. Raises what GetSetting raises: for a damaged DUXAdmin, and for an entry
+    // that is "$$" alone.
     virtual ZORUnicodeString SearchPath(const ZORUnicodeString& iFileName) = 0;
 
     // The directories of a path list, without the blanks around them; a piece made of blanks alone
@@ -123,9 +125,9 @@ public:
     virtual ZORListValZORUnicodeString ReadStream(const ZORUnicodeString& iFileName) = 0;
 
     // The path with its first "$NAME", up to the next "/", replaced by the value of that
-    // environment variable and the first "//" after that by "/"; unchanged when the variable is
-    // unset or empty. The value goes where the name's text first stands in the path, even before
-    // the "$".
+    // environment variable, and then the first "//", wherever it stands, by "/"; unchanged when the
+    // variable is unset or empty. The value goes where the name's text first stands in the path,
+    // even before the "$".
     virtual ZORUnicodeString SeekEnv(const ZORUnicodeString& iPath) = 0;
 };
 

@@ -15,10 +15,8 @@ constexpr int kNoInterface = 41;
 ZORIDuxServices_var CreateServices()
 {
     return Guarded(ErrorReport::Long, [] {
-        ZORDuxServices* const object = new ZORDuxServices;
-        ZORIDuxServices_var services(static_cast<ZORBaseUnknown*>(object));
-        if (object)
-            object->Release();
+        const auto object = ZORBaseUnknown_var::Adopt(new ZORDuxServices);
+        ZORIDuxServices_var services(object);
         if (services == ZORBaseUnknown_var())
             RaiseNoInterface("ZORDuxServices", "ZORIDuxServices", kFile, kNoInterface);
         return services;

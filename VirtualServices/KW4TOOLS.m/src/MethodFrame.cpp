@@ -13,9 +13,11 @@ constexpr int kIndentOfLines = 3; // more than the scope's own
 
 void MethodFrame::WriteLine(const char* iLabel, const char* iLink, std::string_view iValue)
 {
-    ZORString text;
-    std::ostream& line = _Trace.GetLigne().GetStream();
-    line << _Trace.Indent(text, _Trace.GetIndent() + kIndentOfLines);
-    line << _Trace.GetMethod(text) << ' ' << iLabel << iLink << iValue << std::endl;
+    ZORString indentation;
+    ZORString method;
+    _Trace.Indent(indentation, _Trace.GetIndent() + kIndentOfLines);
+    _Trace.GetMethod(method);
+    _Trace.GetLigne().GetStream() << indentation.ConvertToChar() << method.ConvertToChar() << ' '
+                                  << iLabel << iLink << iValue << std::endl;
     _Trace.Out();
 }

@@ -30,6 +30,11 @@ public:
         if (ZORPSNTrace::LevelIsActive(_Trace.GetLevel()))
             WriteLine(iLabel, " = ", iValue.ConvertToChar());
     }
+    void Value(const char* iLabel, const char* iValue)
+    {
+        if (ZORPSNTrace::LevelIsActive(_Trace.GetLevel()))
+            WriteLine(iLabel, " = ", iValue);
+    }
     void Value(const char* iLabel, std::string_view iValue)
     {
         if (ZORPSNTrace::LevelIsActive(_Trace.GetLevel()))

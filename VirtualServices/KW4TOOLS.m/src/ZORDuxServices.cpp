@@ -25,7 +25,10 @@ ZORDuxServices& ZORDuxServices::operator=(const ZORDuxServices&)
 
 ZORDuxServices::~ZORDuxServices()
 {
-    const MethodFrame frame("ZORDuxServices::~ZORDuxServices");
+    try {
+        const MethodFrame frame("ZORDuxServices::~ZORDuxServices");
+    } catch (...) { // what the trace raises does not leave a destructor
+    }
 }
 
 ZORBaseUnknown* ZORDuxServices::CreateItself()

@@ -4,7 +4,9 @@
 #include "ZORDuxServices.h"
 
 #include <cstdio>
+#include <memory>
 #include <unistd.h>
+#include <utility>
 
 namespace
 {
@@ -19,16 +21,22 @@ std::int32_t Check(MethodFrame& ioFrame, const ZORUnicodeString& iPath, int iMod
     return granted ? 1 : 0;
 }
 
-bool Close(MethodFrame& ioFrame, std::FILE* ioStream)
+struct Closing {
+    void operator()(std::FILE* ioStream) const { std::fclose(ioStream); }
+};
+// Closed when an exception passes.
+using Stream = std::unique_ptr<std::FILE, Closing>;
+
+bool Close(MethodFrame& ioFrame, Stream ioStream)
 {
-    const bool closed = std::fclose(ioStream) == 0;
+    const bool closed = std::fclose(ioStream.release()) == 0;
     ioFrame.Note(closed ? "Close Stream: OK" : "Close Stream: KO");
     return closed;
 }
 
-std::FILE* Open(MethodFrame& ioFrame, const ZORUnicodeString& iFileName, const char* iMode)
+Stream Open(MethodFrame& ioFrame, const ZORUnicodeString& iFileName, const char* iMode)
 {
-    std::FILE* const stream = std::fopen(iFileName.ConvertToChar(), iMode);
+    Stream stream(std::fopen(iFileName.ConvertToChar(), iMode));
     ioFrame.Note(stream ? "Open Stream: OK" : "Open Stream: KO");
     return stream;
 }
@@ -57,18 +65,19 @@ ZORListValZORUnicodeString ZORDuxServices::ReadStream(const ZORUnicodeString& iF
     frame.Value("iFileName", iFileName);
     return frame.Guard(ErrorReport::Short, [&] {
         ZORListValZORUnicodeString pieces;
-        std::FILE* const stream = Open(frame, iFileName, "r");
+        Stream stream = Open(frame, iFileName, "r");
         if (!stream)
             return pieces;
         char piece[kPieceSize];
-        while (std::fgets(piece, kPieceSize, stream))
+        while (std::fgets(piece, kPieceSize, stream.get()))
             pieces.Append(ZORUnicodeString(piece));
-        if (!std::feof(stream)) {
+        if (!std::feof(stream.get())) {
+            static_cast<void>(stream.release());
             frame.Note("Could not read data file");
             return pieces;
         }
         frame.Note("Read Stream: OK");
-        Close(frame, stream);
+        Close(frame, std::move(stream));
         return pieces;
     });
 }
@@ -79,15 +88,16 @@ int ZORDuxServices::WriteStream(const ZORListValZORUnicodeString& iLines,
     MethodFrame frame("ZORDuxServices::WriteStream");
     frame.Value("iFileName", iFileName);
     return frame.Guard(ErrorReport::Short, [&] {
-        std::FILE* const stream = Open(frame, iFileName, "w");
+        Stream stream = Open(frame, iFileName, "w");
         if (!stream)
             return 0;
         for (const ZORUnicodeString& line : iLines)
-            if (std::fputs(line.ConvertToChar(), stream) == EOF) {
+            if (std::fputs(line.ConvertToChar(), stream.get()) == EOF) {
+                static_cast<void>(stream.release());
                 frame.Note("Write Stream: KO");
                 return 0;
             }
         frame.Note("Write Stream: OK");
-        return Close(frame, stream) ? 1 : 0;
+        return Close(frame, std::move(stream)) ? 1 : 0;
     });
 }

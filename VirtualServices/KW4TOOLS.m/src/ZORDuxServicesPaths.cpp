@@ -96,7 +96,7 @@ ZORUnicodeString ZORDuxServices::SeekFile(const ZORUnicodeString& iFileName,
         frame.Value("Path", *directory);
         candidate.assign(*directory).append("/").append(iFileName.ConvertToChar());
         if (Exists(candidate.c_str())) {
-            frame.Value("Path", candidate);
+            frame.Value("Path", std::string_view(candidate));
             return ZORUnicodeString(candidate);
         }
     }
@@ -143,7 +143,7 @@ ZORListValZORUnicodeString ZORDuxServices::GetEnv(const ZORUnicodeString& iEnvTy
     const char* const value = ZORGetEnv(iEnvType.ConvertToChar());
     if (!value)
         return directories;
-    frame.Value("TheVar", std::string_view(value));
+    frame.Value("TheVar", value);
     for (ZORUnicodeString& directory : SeekPath(value))
         if (!directory.IsEmpty()) // a blank piece names no directory
             directories.Append(std::move(directory));
