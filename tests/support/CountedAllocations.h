@@ -96,4 +96,31 @@ KW_NOT_INLINED void operator delete(void* iMemory, const std::nothrow_t&) noexce
     operator delete(iMemory);
 }
 
+// The forms for arrays have to be replaced too: a sanitizer brings its own, which do not call
+// these.
+KW_NOT_INLINED void* operator new[](std::size_t iSize, const std::nothrow_t&) noexcept
+{
+    return operator new(iSize, std::nothrow);
+}
+
+KW_NOT_INLINED void* operator new[](std::size_t iSize)
+{
+    return operator new(iSize);
+}
+
+KW_NOT_INLINED void operator delete[](void* iMemory) noexcept
+{
+    operator delete(iMemory);
+}
+
+KW_NOT_INLINED void operator delete[](void* iMemory, std::size_t) noexcept
+{
+    operator delete(iMemory);
+}
+
+KW_NOT_INLINED void operator delete[](void* iMemory, const std::nothrow_t&) noexcept
+{
+    operator delete(iMemory);
+}
+
 #undef KW_NOT_INLINED
