@@ -4,7 +4,6 @@
 #include "LineReader.h"
 
 #include <cstring>
-#include <optional>
 #include <vector>
 
 namespace
@@ -26,7 +25,8 @@ int Digit(char iCharacter)
     return digit ? static_cast<int>(digit - kDigits) : -1;
 }
 
-std::optional<_SEQUENCE_octet> Identifier(std::string_view iText)
+// The octets that the text stands for; false when it is no identifier.
+bool Parse(std::string_view iText, _SEQUENCE_octet& oIdentifier)
 {
     std::string octets;
     for (std::size_t i = 0; i < iText.size(); ++i) {
@@ -35,15 +35,14 @@ std::optional<_SEQUENCE_octet> Identifier(std::string_view iText)
         const int high = Digit(iText[i]);
         const int low = ++i < iText.size() ? Digit(iText[i]) : -1;
         if (high < 0 || low < 0)
-            return std::nullopt;
+            return false;
         octets.push_back(static_cast<char>(16 * high + low));
     }
-    _SEQUENCE_octet identifier;
     const auto count = static_cast<int>(octets.size());
-    identifier.maximum(count);
-    identifier.length(count);
-    identifier.boucle(octets.data(), count);
-    return identifier;
+    oIdentifier.maximum(count);
+    oIdentifier.length(count);
+    oIdentifier.boucle(octets.data(), count);
+    return true;
 }
 
 const char kForm[] = " is no identifier: two hexadecimal digits for each octet";
@@ -52,10 +51,10 @@ const char kForm[] = " is no identifier: two hexadecimal digits for each octet";
 
 _SEQUENCE_octet ParsedIdentifier(const std::string& iName, const std::string& iText)
 {
-    std::optional<_SEQUENCE_octet> identifier = Identifier(iText);
-    if (!identifier)
+    _SEQUENCE_octet identifier;
+    if (!Parse(iText, identifier))
         throw UsageError(iName + " is '" + iText + "', which" + kForm);
-    return *std::move(identifier);
+    return identifier;
 }
 
 _SEQUENCE_CORBAAny ReadIdentifiers(const std::string& iFile)
@@ -63,10 +62,10 @@ _SEQUENCE_CORBAAny ReadIdentifiers(const std::string& iFile)
     std::vector<CORBAAny> read;
     LineReader reader(iFile);
     while (reader.Next()) {
-        const std::optional<_SEQUENCE_octet> identifier = Identifier(reader.Line());
-        if (!identifier)
+        _SEQUENCE_octet identifier;
+        if (!Parse(reader.Line(), identifier))
             throw Failure(reader.Place() + kForm);
-        read.emplace_back() << *identifier;
+        read.emplace_back() << identifier;
     }
     _SEQUENCE_CORBAAny list;
     const auto count = static_cast<int>(read.size());
