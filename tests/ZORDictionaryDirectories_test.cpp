@@ -399,6 +399,22 @@ TEST(ZORDictionaryDirectories, AFileFullOfMistakesIsLeftOut)
     EXPECT_THAT(errors.Text(), HasSubstr("too many mistakes: the file is left out"));
 }
 
+TEST(ZORDictionaryDirectories, AnEndlessLineIsAMistake)
+{
+    const Dictionary dictionary;
+    std::string name = "a";
+    while (name.size() < 900000)
+        name += ".a";
+    dictionary.Write("a.toml", Entry("A", "IA", "l") + "[[adapter]]\n" + name + " = 1\n" +
+                                   Entry("B", "IA", "l"));
+    dictionary.Write("b.toml", "[" + name + "]\n" + Entry("C", "IA", "l"));
+    const CapturedOutput errors(2);
+    EXPECT_THAT(Supported("IA"), ElementsAre("A", "B", "C"));
+    EXPECT_EQ(errors.Text(),
+              dictionary / "a.toml: line 6: the line is longer than 8192 bytes\n" +
+                  (dictionary / "b.toml: line 1: the line is longer than 8192 bytes\n"));
+}
+
 TEST(ZORDictionaryDirectories, WhatIsNoPlainFileIsToldAndNotWaitedFor)
 {
     const Dictionary dictionary;

@@ -106,6 +106,22 @@ TEST(ZORImplementationAdapter, ALinkKeepsNobodyAliveAndGoesWithEitherSide)
     EXPECT_THAT(Pointing(crate), IsEmpty());
 }
 
+TEST(ZORImplementationAdapter, AnObjectInItsDestructorIsNoLongerAmongThem)
+{
+    class Box : public ZORImplementationAdapter
+    {
+    public:
+        explicit Box(const Part& iPlate) : _Plate(iPlate) { _Plate->AddInverseLink(this); }
+        ~Box() override { EXPECT_THAT(Pointing(_Plate), IsEmpty()); }
+
+    private:
+        Part _Plate;
+    };
+    const Part plate = MakePart();
+    const Part box = Part::Adopt(new Box(plate));
+    EXPECT_THAT(Pointing(plate), ElementsAre(box.Get()));
+}
+
 TEST(ZORImplementationAdapter, LinksOfACopyAreItsOwn)
 {
     const Part plate = MakePart();

@@ -13,6 +13,9 @@ constexpr char kEntries[] = "adapter"; // the tables [[adapter]]
 // Each mistake of notation costs a pass over the text: a file with more of them is no dictionary.
 constexpr int kMostPasses = 20;
 
+// Room for the longest path. The TOML library needs stack for each part of a dotted name.
+constexpr std::size_t kLongestLine = 8192;
+
 class Reader
 {
 public:
@@ -20,6 +23,7 @@ public:
 
     DictionaryText Read()
     {
+        LeaveLongLinesOut();
         for (int passes = 0; !ReadSound(); ++passes)
             if (passes == kMostPasses) {
                 Note(_DamagedLine, "too many mistakes: the file is left out");
@@ -36,6 +40,19 @@ private:
     void Note(std::size_t iLine, std::string iWhat)
     {
         _Result.mistakes.push_back({iLine, std::move(iWhat)});
+    }
+
+    void LeaveLongLinesOut()
+    {
+        std::size_t begin = 0;
+        for (std::size_t line = 1; begin < _Text.size(); ++line) {
+            const std::size_t end = std::min(_Text.find('\n', begin), _Text.size());
+            if (end - begin > kLongestLine) {
+                Note(line, "the line is longer than 8192 bytes");
+                BlankOut(line);
+            }
+            begin = end + 1;
+        }
     }
 
     // Takes the entries and returns true when the notation is sound; else blanks the table around

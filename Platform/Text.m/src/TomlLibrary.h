@@ -16,8 +16,8 @@
 #define TOML_ENABLE_FORMATTERS 0
 #define TOML_ENABLE_UNRELEASED_FEATURES 0
 
-// Its table of blanks promises the compiler that many letters (U+00E9 is one) never come up, which
-// is undefined behaviour when they do. They are no blanks.
+// Its tables of characters do promise the compiler that some characters never come (U+FEF7 is one),
+// but a text may hold any: there the answer is that they are not of that kind.
 #include <toml++/impl/preprocessor.h>
 #pragma push_macro("TOML_UNREACHABLE")
 #undef TOML_UNREACHABLE
