@@ -616,8 +616,8 @@ TEST(ZORDuxTrace, EveryFinishedLineIsThereHoweverTheProcessEnds)
                 named.trace.FunctionBegin("Block");
                 named.trace << "finished " << 1 << '\n';
                 named.trace << "in the making";
-                *_gReport << "a module's own line\n"
-                          << "in the making";
+                *_gReport << "a module's own line\nin the "
+                          << "making";
                 if (signal == 0)
                     _exit(0);
                 std::signal(SIGABRT, SIG_DFL);
@@ -682,10 +682,14 @@ TEST(ZORDuxTrace, AGlobalThatAProgramWritesIsTheOneTheLibraryReads)
         _gTraceTotalNumber = 41;
         named.trace << "text\n";
         _gReport = new std::ofstream(directory / "mine");
+        named.trace.FunctionBegin("Unreported");
+        named.trace.FunctionEnd();
         _gCoverageReport = 1;
+        _gReport->setstate(std::ios::badbit); // as after a line that did not fit
         named.trace.FunctionBegin("Block");
     });
-    EXPECT_EQ(end.error, kName + "0000 : : text\n" + kName + "0000 : : Block() {\n");
+    EXPECT_EQ(end.error, kName + "0000 : : text\n" + kName + "0000 : : Unreported() {\n" + kName +
+                             "0000 : : }\n" + kName + "0000 : : Block() {\n");
     EXPECT_EQ(directory.Read("mine"), "Channel           : Block\nTotal trace number = 41\n");
 }
 
