@@ -8,12 +8,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <fcntl.h>
 #include <filesystem>
+#include <fstream>
 #include <string>
-#include <sys/socket.h>
 #include <sys/stat.h>
-#include <sys/un.h>
 #include <thread>
 #include <utility>
 #include <vector>
@@ -162,8 +160,10 @@ struct LocaleRow {
 std::vector<std::string> OrderOfSearch(const std::vector<std::string>& iPlaces)
 {
     const ScopedDirectory root;
+    const std::string file = root.Write("file", "no directory");
     const ScopedEnvironment path("ZOR_CATALOG_PATH", (root / "first") + "::" + (root / "missing") +
-                                                         ":" + (root / "second") + ":");
+                                                         ":" + file + ":" + (root / "second") +
+                                                         ":");
     for (const std::string& place : iPlaces)
         root.Write(place + "/Site.toml", "Name = '" + place + "'\n");
     std::vector<std::string> order;
@@ -310,17 +310,38 @@ TEST(ZORMsgCatalog, KeepsWhatItReadAndReadsAChangedFileAgain)
     }
 }
 
-TEST(ZORMsgCatalog, ReadsAnOldFileAgainWhenItIsReplacedByAnotherOldOne)
+// Files that have not changed for some seconds: those of the source tree.
+TEST(ZORMsgCatalog, DoesNotReadAnUnchangedFileTwice)
 {
     const CatalogSite site;
-    const auto old = std::filesystem::file_time_type::clock::now() - std::chrono::hours(1);
-    const std::string file = site.Write("Site", "A = 'one'\n");
-    std::filesystem::last_write_time(file, old);
-    EXPECT_EQ(Text("Site", "A"), "one");
-    const std::string other = site.Write("Other", "A = 'two'\n");
-    std::filesystem::last_write_time(other, old);
-    std::filesystem::rename(other, file);
-    EXPECT_EQ(Text("Site", "A"), "two");
+    const ScopedEnvironment path("ZOR_CATALOG_PATH", INSTALLED_CATALOGS);
+    const ScopedEnvironment language("LANG", "fr");
+    const auto bytesRead = [] {
+        std::ifstream counters("/proc/self/io");
+        std::string name;
+        long count = 0;
+        counters >> name >> count;
+        return count;
+    };
+    Text("ZORDuxServicesMsg", "20002");
+    const long before = bytesRead();
+    const long ofCounting = bytesRead() - before;
+    Text("ZORDuxServicesMsg", "20002");
+    EXPECT_EQ(bytesRead() - before, 2 * ofCounting);
+}
+
+TEST(ZORMsgCatalog, AnotherFileInTheSamePlaceIsReadHoweverOldItIs)
+{
+    const CatalogSite site;
+    const std::string path = site.Directory() / "Site.toml";
+    for (const char* language : {"fr", "en", "fr", "en"}) {
+        std::filesystem::remove(path);
+        const std::string target =
+            std::string(INSTALLED_CATALOGS "/") + language + "/ZORDuxServicesMsg.toml";
+        std::filesystem::create_symlink(target, path);
+        EXPECT_THAT(Text("Site", "20002"),
+                    HasSubstr(*language == 'f' ? "Le composant" : "The component"));
+    }
 }
 
 TEST(ZORMsgCatalog, ADamagedFileIsAnErrorWithFileLineAndColumn)

@@ -57,24 +57,18 @@ private:
         return std::min(_Text.find_first_not_of(iQuote, _At), _Text.size()) - _At;
     }
 
+    // Behind a string that is not closed the library reads nothing.
     void SkipString(char iQuote)
     {
-        const std::size_t quotes = RunOf(iQuote);
-        const bool isMultiLine = quotes >= 3;
-        if (quotes == 2 || quotes == 6) { // an empty one
-            _At += quotes;
-            return;
-        }
-        for (_At += isMultiLine ? 3 : 1; _At < _Text.size(); ++_At) {
+        const std::size_t least = RunOf(iQuote) >= 3 ? 3 : 1; // quotes that open and close it
+        for (_At += least; _At < _Text.size(); ++_At) {
             if (_Text[_At] == '\\' && iQuote == '"')
                 ++_At;
-            else if (_Text[_At] == '\n' && !isMultiLine)
-                return; // never closed
-            else if (_Text[_At] == iQuote && (!isMultiLine || RunOf(iQuote) >= 3))
+            else if (_Text[_At] == iQuote && RunOf(iQuote) >= least)
                 break;
         }
         _At = std::min(_At, _Text.size());
-        _At += isMultiLine ? RunOf(iQuote) : std::min<std::size_t>(1, _Text.size() - _At);
+        _At += least == 3 ? RunOf(iQuote) : std::min(least, _Text.size() - _At);
     }
 
     std::string_view _Text;
