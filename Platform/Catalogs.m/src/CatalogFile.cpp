@@ -1,11 +1,13 @@
 #include "CatalogFile.h"
 
 #include "CatalogFailure.h"
+#include "Descriptor.h"
 
+#include <algorithm>
 #include <cerrno>
+#include <cstdint>
 #include <fcntl.h>
 #include <mutex>
-#include <optional>
 #include <sys/stat.h>
 #include <system_error>
 #include <time.h>
@@ -28,64 +30,36 @@ constexpr std::size_t kMostFiles = 64; // in the cache
     Fail(iPath, std::string("cannot ") + iStep + ": " + std::system_category().message(iError));
 }
 
-// A catalog file that is open; it goes with this object.
-class OpenCatalog
+// The status of an open file; raises unless it is a plain one of bearable size.
+struct stat StatusOf(const Descriptor& iFile, const std::string& iPath)
 {
-public:
-    explicit OpenCatalog(const std::string& iPath) : _Path(iPath)
-    {
-        do
-            _Descriptor = open(iPath.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
-        while (_Descriptor < 0 && errno == EINTR);
-        if (_Descriptor < 0 && errno != ENOENT && errno != ENOTDIR)
-            FailTo("open it", iPath, errno);
-    }
-    ~OpenCatalog()
-    {
-        if (_Descriptor >= 0)
-            close(_Descriptor);
-    }
-    OpenCatalog(const OpenCatalog&) = delete;
-    OpenCatalog& operator=(const OpenCatalog&) = delete;
+    struct stat status;
+    if (fstat(iFile.Get(), &status) != 0)
+        FailTo("look at it", iPath, errno);
+    if (!S_ISREG(status.st_mode))
+        Fail(iPath, "it is not a file");
+    if (status.st_size > kLargestFile)
+        Fail(iPath, "it is larger than 16 MiB");
+    return status;
+}
 
-    bool Exists() const { return _Descriptor >= 0; }
-
-    // Of a plain file of bearable size; anything else raises.
-    struct stat Status() const
-    {
-        struct stat status;
-        if (fstat(_Descriptor, &status) != 0)
-            FailTo("look at it", _Path, errno);
-        if (!S_ISREG(status.st_mode))
-            Fail(_Path, "it is not a file");
-        if (status.st_size > kLargestFile)
-            Fail(_Path, "it is larger than 16 MiB");
-        return status;
+// No more than `iSize` bytes, the size the file had a moment ago.
+std::string Bytes(const Descriptor& iFile, off_t iSize, const std::string& iPath)
+{
+    std::string bytes(static_cast<std::size_t>(iSize), '\0');
+    std::size_t done = 0;
+    while (done < bytes.size()) {
+        const ssize_t got = Uninterrupted(
+            [&] { return read(iFile.Get(), bytes.data() + done, bytes.size() - done); });
+        if (got < 0)
+            FailTo("read it", iPath, errno);
+        if (got == 0)
+            break;
+        done += static_cast<std::size_t>(got);
     }
-
-    // No more than `iSize` bytes, the size it had a moment ago.
-    std::string Bytes(off_t iSize) const
-    {
-        std::string bytes(static_cast<std::size_t>(iSize), '\0');
-        std::size_t done = 0;
-        while (done < bytes.size()) {
-            const ssize_t got = read(_Descriptor, bytes.data() + done, bytes.size() - done);
-            if (got < 0 && errno == EINTR)
-                continue;
-            if (got < 0)
-                FailTo("read it", _Path, errno);
-            if (got == 0)
-                break;
-            done += static_cast<std::size_t>(got);
-        }
-        bytes.resize(done);
-        return bytes;
-    }
-
-private:
-    const std::string& _Path;
-    int _Descriptor = -1;
-};
+    bytes.resize(done);
+    return bytes;
+}
 
 // What tells one state of a file from another.
 struct State {
@@ -119,7 +93,8 @@ bool IsSettled(const State& iState)
     return std::max(iState.modified, iState.changed) + kCoarsestStep < Nanoseconds(now);
 }
 
-// The files that were read last. Never torn down: errors are told at exit, too.
+// The files that were read last. Never torn down: errors are told at exit, too. Nobody waits for
+// it: a child forked while another thread was in here would wait for ever.
 class Cache
 {
 public:
@@ -131,7 +106,9 @@ public:
 
     std::shared_ptr<const CatalogText> Find(const std::string& iPath, const State& iState)
     {
-        const std::lock_guard<std::mutex> lock(_Mutex);
+        const std::unique_lock<std::mutex> lock(_Mutex, std::try_to_lock);
+        if (!lock)
+            return nullptr;
         const auto found = _Files.find(iPath);
         return found != _Files.end() && found->second.state == iState ? found->second.text
                                                                       : nullptr;
@@ -140,7 +117,9 @@ public:
     void Keep(const std::string& iPath, const State& iState,
               const std::shared_ptr<const CatalogText>& iText)
     {
-        const std::lock_guard<std::mutex> lock(_Mutex);
+        const std::unique_lock<std::mutex> lock(_Mutex, std::try_to_lock);
+        if (!lock)
+            return;
         if (_Files.size() >= kMostFiles && !_Files.contains(iPath))
             _Files.clear();
         _Files.insert_or_assign(iPath, File{iState, iText});
@@ -160,14 +139,19 @@ private:
 
 std::shared_ptr<const CatalogText> ReadCatalog(const std::string& iPath)
 {
-    const OpenCatalog file(iPath);
-    if (!file.Exists())
+    const Descriptor file(Uninterrupted(
+        [&] { return open(iPath.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY); }));
+    if (!file && (errno == ENOENT || errno == ENOTDIR))
         return nullptr;
-    const State state = StateOf(file.Status());
+    if (!file)
+        FailTo("open it", iPath, errno);
+    const struct stat status = StatusOf(file, iPath);
+    const State state = StateOf(status);
     if (std::shared_ptr<const CatalogText> known = Cache::Instance().Find(iPath, state))
         return known;
     const bool settled = IsSettled(state);
-    auto text = std::make_shared<const CatalogText>(ParseCatalog(iPath, file.Bytes(state.size)));
+    auto text = std::make_shared<const CatalogText>(
+        ParseCatalog(iPath, Bytes(file, status.st_size, iPath)));
     if (settled)
         Cache::Instance().Keep(iPath, state, text);
     return text;
