@@ -1,14 +1,22 @@
 #include "ZORDUXNLSError.h"
 
+#include "CapturedOutput.h"
+#include "CatalogSite.h"
 #include "VirtualTable.h"
 #include "ZORHandle.h"
 #include "ZORMetaClass.h"
 #include "ZORRaisedError.h"
+#include "ZORXHContext.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <string>
+#include <unistd.h>
+
 using ::testing::ElementsAre;
+using ::testing::MatchesRegex;
+using ::testing::StartsWith;
 
 TEST(ZORDUXNLSError, BeginsBare)
 {
@@ -92,4 +100,96 @@ TEST(ZORDUXNLSError, KeepsTheOrderOfItsVirtualOperations)
             "ZORError::Display(int, std::ostream&)", "ZORError::PrintHistory(std::ostream&)",
             "ZORError::Throw(char const*, int)", "ZORDUXNLSError::CloneSelf()",
             "ZORDUXNLSError::GetErrorTable(unsigned int*, ZORErrDsc const**)"));
+}
+
+TEST(ZORDUXNLSError, TakesItsTextFromACatalog)
+{
+    const CatalogSite site;
+    site.Write("Site", "Locked = 'The part {1} is locked by {2}.'\n");
+    ZORUnicodeString parameters[] = {"plate", "ann"};
+    ZORDUXNLSError error;
+    error.SetNLSMsg("Site", "Locked", 2, parameters);
+    EXPECT_EQ(error.GetMessage(), "The part plate is locked by ann.");
+}
+
+TEST(ZORDUXNLSError, DoesNotLookAtTheCountOfParameters)
+{
+    const CatalogSite site;
+    site.Write("Site", "Key = '{1} {2}'\n");
+    ZORUnicodeString parameters[] = {"one", "two"};
+    for (const int count : {0, 1, 2, -7, 1000000}) {
+        ZORDUXNLSError error;
+        error.SetNLSMsg("Site", "Key", count, parameters);
+        EXPECT_EQ(error.GetMessage(), "one two") << count;
+    }
+}
+
+TEST(ZORDUXNLSError, ANullArrayGivesNoParameters)
+{
+    const CatalogSite site;
+    site.Write("Site", "Key = '{1} {2}'\n");
+    ZORDUXNLSError error;
+    error.SetNLSMsg("Site", "Key", 2, nullptr);
+    EXPECT_EQ(error.GetMessage(), "{1} {2}");
+}
+
+TEST(ZORDUXNLSError, AnErrorOnTheWayBecomesTheTextAndIsToldOnce)
+{
+    const CatalogSite site;
+    const std::string damaged = site.Write("Damaged", "=\n");
+    site.Write("Site", "Key = 'text'\n");
+    const struct {
+        const char* catalog;
+        const char* key;
+        std::string text;
+    } rows[] = {
+        {"Nobody", "Key", "message catalog Nobody: not found (asked for Key)"},
+        {"", "", "message catalog : not found (asked for )"},
+        {"Site", "Lost", "message catalog Site: there is no text for Lost"},
+        {"Damaged", "Key", "message catalog " + damaged + ": line 1, column "},
+    };
+    for (const auto& row : rows) {
+        ZORDUXNLSError error;
+        const CapturedOutput output(STDOUT_FILENO);
+        const CapturedOutput history(STDERR_FILENO);
+        error.SetNLSMsg(row.catalog, row.key, 0, nullptr);
+        EXPECT_THAT(error.GetMessage().ConvertToChar(), StartsWith(row.text));
+        EXPECT_EQ(output.Text(), std::string(error.GetMessage().ConvertToChar()) + "\n");
+        EXPECT_THAT(
+            history.Text(),
+            MatchesRegex("ZORMsgError raised in Platform/Catalogs.m/src/ZORMsgCatalog, line "
+                         "[0-9]+\n"));
+    }
+    EXPECT_EQ(ZORXHContext::GetDepth(), 0);
+}
+
+TEST(ZORDUXNLSError, ALaterTextReplacesAnEarlierOne)
+{
+    const CatalogSite site;
+    site.Write("Site", "A = 'a'\nB = 'b'\n");
+    ZORDUXNLSError error;
+    error.SetNLSMsg("Site", "A", 0, nullptr);
+    error.SetNLSMsg("Site", "B", 0, nullptr);
+    EXPECT_EQ(error.GetMessage(), "b");
+}
+
+TEST(ZORDUXNLSError, ItsCatalogTextIsNotItsErrorText)
+{
+    const CatalogSite site;
+    site.Write("Site", "A = 'a'\n");
+    ZORDUXNLSError error;
+    error.Setup("some/File", 12).SetNLSMsg("Site", "A", 0, nullptr);
+    EXPECT_EQ(error.ZORError::GetMessage(0), "ZORDUXNLSError raised in some/File, line 12");
+}
+
+TEST(ZORDUXNLSError, AClonedErrorHasTheSameCatalogText)
+{
+    const CatalogSite site;
+    site.Write("Site", "A = 'a'\nB = 'b'\n");
+    ZORDUXNLSError error(5);
+    error.SetNLSMsg("Site", "A", 0, nullptr);
+    const auto clone = ZORHandle<ZORError>::Adopt(error.CloneSelf());
+    error.SetNLSMsg("Site", "B", 0, nullptr);
+    EXPECT_EQ(static_cast<ZORDUXNLSError&>(*clone).GetMessage(), "a");
+    EXPECT_EQ(clone->GetId(), 5U);
 }

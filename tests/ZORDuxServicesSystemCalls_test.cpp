@@ -98,11 +98,11 @@ extern "C" void DelAttribute(ZORSettingRepository* ioRepository, const char* iNa
         "_ZN20ZORSettingRepository12DelAttributeEPKc")(ioRepository, iName);
 }
 
-extern "C" void UuidText(const ZORUuid* iUuid, char* oText) asm("_ZNK7ZORUuid15UUID_to_chaineEPc");
+extern "C" void UuidText(const ZORUuid* iUuid, char* oText) asm("_ZNK7ZORUuid14UUID_to_chaineEPc");
 extern "C" void UuidText(const ZORUuid* iUuid, char* oText)
 {
     Meet();
-    Next<void (*)(const ZORUuid*, char*)>("_ZNK7ZORUuid15UUID_to_chaineEPc")(iUuid, oText);
+    Next<void (*)(const ZORUuid*, char*)>("_ZNK7ZORUuid14UUID_to_chaineEPc")(iUuid, oText);
 }
 
 using ::testing::ElementsAre;

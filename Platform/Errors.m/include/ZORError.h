@@ -37,7 +37,9 @@ public:
     // The text for people. Form 0 is the text alone; any other form puts the error's identity
     // (class name and identifier) before it. The text is, in this order: the one given with
     // SetText; the one that GetErrorTable has for the identifier, with the parameters in its
-    // places; a sentence that names class, file and line.
+    // places; a sentence that names class, file and line. Before a text of the table comes its
+    // translation: the text of the identifier (in hexadecimal digits, as in 20002) in the catalog
+    // named after the class, if that can be read (see ZORMsgCatalog.h).
     virtual ZORUnicodeString GetMessage(int iForm);
     // Writes GetMessage(iForm) and an end of line.
     virtual void Display(int iForm, std::ostream& oStream);

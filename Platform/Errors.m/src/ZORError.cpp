@@ -1,5 +1,6 @@
 #include "ZORError.h"
 
+#include "ErrorText.h"
 #include "MessagePlaces.h"
 #include "ZORRaisedError.h"
 
@@ -111,7 +112,7 @@ std::string ZORError::Text()
     GetErrorTable(&count, &table);
     for (unsigned int i = 0; i < count; ++i)
         if (table[i].id == _Id && table[i].text)
-            return FillPlaces(table[i].text, _Parameters);
+            return FillPlaces(ErrorText(IsA(), _Id, table[i].text), _Parameters);
     return {};
 }
 

@@ -86,6 +86,6 @@ private:
     // go first.
     ZOR_HIDDEN std::weak_ptr<const bool> Closed() const;
 
-    class Registrations;
+    class ZOR_HIDDEN Registrations;
     std::shared_ptr<Registrations> _Registrations; // a dispatch under way keeps it, too
 };

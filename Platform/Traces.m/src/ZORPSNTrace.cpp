@@ -1,16 +1,15 @@
 #include "ZORPSNTrace.h"
 
-#include "LineOutput.h"
+#include "OpenTraceFile.h"
 #include "TraceLine.h"
 #include "ZORGetEnv.h"
+#include "ZORLineFile.h"
 #include "ZORString.h"
 
-#include <cerrno>
 #include <charconv>
 #include <cstring>
 #include <string>
 #include <system_error>
-#include <unistd.h>
 #include <utility>
 
 namespace
@@ -24,32 +23,10 @@ thread_local int depth = 0; // active scopes that are open
 struct Output {
     ZORPSNTraceSink sink = nullptr;
     void* context = nullptr;
-    int file = STDERR_FILENO;
+    ZORLineFile file;
     bool callLines = ZORGetEnv("ZOR_PSN_TRACE_CALLS") != nullptr;
 
-    Output()
-    {
-        const char* const path = ZORGetEnv("ZOR_PSN_TRACE_FILE");
-        if (path && *path && !Open(path))
-            WriteWhole(STDERR_FILENO, std::string("ZOR_PSN_TRACE_FILE: cannot open ") + path +
-                                          ": " + std::strerror(errno) + "\n");
-    }
-
-    bool Open(const char* iPath)
-    {
-        const int opened = OpenForLines(iPath);
-        if (opened < 0)
-            return false;
-        Replace(opened);
-        return true;
-    }
-
-    void Replace(int iFile)
-    {
-        if (file != STDERR_FILENO)
-            close(file);
-        file = iFile;
-    }
+    Output() { OpenTraceFile(file, "ZOR_PSN_TRACE_FILE"); }
 
     static Output& Instance()
     {
@@ -68,8 +45,9 @@ int LevelFromEnvironment()
     const std::from_chars_result result = std::from_chars(text, end, level);
     if (result.ec == std::errc() && result.ptr == end)
         return level;
-    WriteWhole(STDERR_FILENO,
-               std::string("ZOR_PSN_TRACE: \"") + text + "\" is not a level (a whole number)\n");
+    const std::string complaint =
+        std::string("ZOR_PSN_TRACE: \"") + text + "\" is not a level (a whole number)\n";
+    ZORLineFile().Write(complaint.data(), complaint.size());
     return ZORPSNTrace::kOff;
 }
 
@@ -147,13 +125,13 @@ const char* ZORPSNTrace::GetMethod(ZORString& oText) const
 
 void ZORPSNTrace::Out()
 {
-    const Output& output = Output::Instance();
+    Output& output = Output::Instance();
     TraceLine& line = ThreadLine();
     if (line.Text().empty())
         return;
     line.Complete();
     if (!output.sink) {
-        WriteWhole(output.file, line.Text());
+        output.file.Write(line.Text().data(), line.Text().size());
         line.Clear();
         return;
     }
@@ -176,8 +154,8 @@ int ZORPSNTrace::GetActiveLevel()
 bool ZORPSNTrace::SetFile(const char* iPath)
 {
     if (iPath && *iPath)
-        return Output::Instance().Open(iPath);
-    Output::Instance().Replace(STDERR_FILENO);
+        return Output::Instance().file.Open(iPath);
+    Output::Instance().file.Close();
     return true;
 }
 

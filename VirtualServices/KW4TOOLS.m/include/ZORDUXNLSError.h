@@ -4,6 +4,13 @@
 
 // An error whose text comes from a message catalog. The services raise it bare, without a text,
 // when an argument that must not be empty is: file and line then tell which.
+//
+//     auto* error = new ZORDUXNLSError;
+//     ZORUnicodeString part = "plate";
+//     error->SetNLSMsg("Site", "Locked", 1, &part);
+//     error->Throw("Site/Parts", 41);
+//
+// Thread rule: one thread at a time.
 class ZOR_EXPORT ZORDUXNLSError : public ZORInternalError
 {
     ZOR_DECLARE_CLASS
@@ -22,8 +29,16 @@ public:
     // Adds a place to the history without raising; returns this error.
     ZORDUXNLSError& Setup(const char* iFile, int iLine);
 
+    // Makes the text of this error the message of that key in the catalog (see ZORMsgCatalog.h),
+    // with the parameters in its places. `iParams` is null or an array with a string for each
+    // place; `iNbParams` does not count and is not looked at. An error on the way, a missing
+    // catalog or key for one, does not come out: its text becomes this error's, and is written to
+    // standard output, its history to standard error.
+    void SetNLSMsg(const ZORUnicodeString& iCatalog, const ZORUnicodeString& iKey, int iNbParams,
+                   ZORUnicodeString* iParams);
+
     using ZORError::GetMessage;
-    // The text from the catalog; empty when there is none. Not what GetMessage(int) says.
+    // The text that SetNLSMsg made; empty when there is none. Not what GetMessage(int) says.
     ZORUnicodeString GetMessage() const;
 
     // Null: errors are made with new.
@@ -33,5 +48,8 @@ public:
     static const unsigned int errorTableLength;
 
 private:
+    ZOR_HIDDEN void ReadMessage(const ZORUnicodeString& iCatalog, const ZORUnicodeString& iKey,
+                                const ZORUnicodeString* iParams);
+
     ZORUnicodeString _Message;
 };

@@ -1,5 +1,12 @@
 #include "ZORDUXNLSError.h"
 
+#include "ZORHandle.h"
+#include "ZORMsg.h"
+#include "ZORMsgCatalog.h"
+#include "ZORXHContext.h"
+
+#include <iostream>
+
 ZOR_IMPLEMENT_CLASS(ZORDUXNLSError, ZORKindImplementation, ZORInternalError)
 
 const ZORErrDsc ZORDUXNLSError::errorTable[1] = {};
@@ -33,6 +40,38 @@ ZORDUXNLSError& ZORDUXNLSError::Setup(const char* iFile, int iLine)
 {
     ZORError::Setup(iFile, iLine);
     return *this;
+}
+
+void ZORDUXNLSError::SetNLSMsg(const ZORUnicodeString& iCatalog, const ZORUnicodeString& iKey,
+                               [[maybe_unused]] int iNbParams, ZORUnicodeString* iParams)
+{
+    ZORXHContext context;
+    try {
+        ReadMessage(iCatalog, iKey, iParams);
+    } catch (const ZORRaisedError& raised) {
+        ZORError& error = context.Catch(raised);
+        if (!error.IsAKindOf(ZORError::ClassName())) {
+            error.Throw(nullptr, 0);
+            return;
+        }
+        _Message = error.GetMessage(0);
+        error.PrintHistory(std::cerr);
+        std::cout << _Message << std::endl;
+        context.Flush();
+    }
+}
+
+void ZORDUXNLSError::ReadMessage(const ZORUnicodeString& iCatalog, const ZORUnicodeString& iKey,
+                                 const ZORUnicodeString* iParams)
+{
+    const auto catalog =
+        ZORHandle<ZORMsgCatalog>::Adopt(new ZORMsgCatalog(iCatalog.ConvertToChar()));
+    if (!catalog) {
+        _Message = "ZORDUXNLSError::SetNLSMsg - Internal error";
+        return;
+    }
+    const auto message = ZORHandle<ZORMsg>::Adopt(catalog->GetMsg(iKey));
+    _Message = message->BuildMessage(iParams);
 }
 
 ZORUnicodeString ZORDUXNLSError::GetMessage() const

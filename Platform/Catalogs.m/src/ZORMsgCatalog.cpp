@@ -1,0 +1,45 @@
+#include "ZORMsgCatalog.h"
+
+#include "CatalogFailure.h"
+#include "CatalogLookup.h"
+#include "RaiseMsgError.h"
+#include "ZORMsg.h"
+
+#include <new>
+
+ZOR_IMPLEMENT_CLASS(ZORMsgCatalog, ZORKindImplementation, ZORBaseUnknown)
+
+namespace
+{
+
+constexpr char kFile[] = "Platform/Catalogs.m/src/ZORMsgCatalog";
+
+} // namespace
+
+ZORMsgCatalog::ZORMsgCatalog(const char* iName)
+    : _Name(iName), _Lookup(std::make_unique<CatalogLookup>(_Name.ConvertToChar()))
+{
+}
+
+ZORMsgCatalog::~ZORMsgCatalog() = default;
+
+ZORMsg* ZORMsgCatalog::GetMsg(const ZORUnicodeString& iKey)
+{
+    const std::string key = iKey.ConvertToChar();
+    const std::string catalog = std::string("message catalog ") + _Name.ConvertToChar() + ": ";
+    const std::string* text = nullptr;
+    bool exists = true;
+    try {
+        text = _Lookup->Find(key);
+        exists = text || _Lookup->Exists();
+    } catch (const CatalogFailure& failure) {
+        RaiseMsgError(failure.what(), kFile, __LINE__);
+    }
+    if (!exists)
+        RaiseMsgError(catalog + "not found (asked for " + key + ")", kFile, __LINE__);
+    if (!text)
+        RaiseMsgError(catalog + "there is no text for " + key, kFile, __LINE__);
+    if (auto* const message = new ZORMsg(ZORUnicodeString(*text)))
+        return message;
+    throw std::bad_alloc();
+}

@@ -1,0 +1,61 @@
+#include "ZORLineFile.h"
+
+#include <cerrno>
+#include <fcntl.h>
+#include <string_view>
+#include <unistd.h>
+
+namespace
+{
+
+// Returns how much the kernel took.
+std::size_t WriteAll(int iDescriptor, std::string_view iText)
+{
+    std::size_t done = 0;
+    while (done < iText.size()) {
+        const ssize_t written = write(iDescriptor, iText.data() + done, iText.size() - done);
+        if (written > 0)
+            done += static_cast<std::size_t>(written);
+        else if (written == 0 || errno != EINTR)
+            break;
+    }
+    return done;
+}
+
+} // namespace
+
+ZORLineFile::ZORLineFile() : _Descriptor(STDERR_FILENO) {}
+
+ZORLineFile::~ZORLineFile()
+{
+    Close();
+}
+
+bool ZORLineFile::Open(const char* iPath, bool iTruncate)
+{
+    const int flags = O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC | O_NOCTTY;
+    const int opened = open(iPath, iTruncate ? flags | O_TRUNC : flags, 0666);
+    if (opened < 0)
+        return false;
+    Close();
+    _Descriptor = opened;
+    return true;
+}
+
+void ZORLineFile::Close()
+{
+    if (_Descriptor != STDERR_FILENO)
+        close(_Descriptor);
+    _Descriptor = STDERR_FILENO;
+    _Torn = false;
+}
+
+void ZORLineFile::Write(const char* iText, std::size_t iLength)
+{
+    const int before = errno;
+    if (!_Torn || WriteAll(_Descriptor, "\n") == 1) {
+        const std::size_t done = WriteAll(_Descriptor, {iText, iLength});
+        _Torn = done > 0 && done < iLength && iText[done - 1] != '\n';
+    }
+    errno = before;
+}
