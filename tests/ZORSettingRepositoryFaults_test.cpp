@@ -27,6 +27,7 @@ struct Fault {
     bool forGood = false;  // all calls of the same kind fail from then on
     int calls = 0;         // made so far
     std::string_view kind; // of the call that failed
+    Strings log{};         // what was called, in order
 };
 
 Fault theFault;
@@ -37,6 +38,7 @@ bool FailsNow(std::string_view iKind)
 {
     if (!theFaultIsOn)
         return false;
+    theFault.log.emplace_back(iKind);
     const bool again = theFault.forGood && theFault.kind == iKind;
     if (++theFault.calls != theFault.call && !again)
         return false;
@@ -52,7 +54,7 @@ class ScopedFault
 public:
     ScopedFault(int iCall, int iError, bool iForGood)
     {
-        theFault = {iCall, iError, iForGood, 0, {}};
+        theFault = {iCall, iError, iForGood, 0, {}, {}};
         theFaultIsOn = true;
     }
     ~ScopedFault() { theFaultIsOn = false; }
@@ -270,6 +272,27 @@ TEST(ZORSettingRepositoryFaults, TellsOfEachCallThatFailsAndLeavesTheFileAsItWas
                         EXPECT_EQ(StateOf(each, site), each.after);
                 }
             }
+}
+
+TEST(ZORSettingRepositoryFaults, BringsTheFileToTheDiskBeforeItTakesItsPlace)
+{
+    for (const Case& each : Cases()) {
+        const RepositorySite site;
+        Prepare(each, site);
+        Strings steps;
+        {
+            const ScopedFault log(0, 0, false);
+            each.step(site, site / each.file);
+            steps = theFault.log;
+        }
+        std::erase_if(steps, [](const std::string& step) {
+            return step != "flock" && step != "write" && step != "fsync" && step != "renameat2";
+        });
+        if (each.file.starts_with("new")) // and the directories above it before
+            steps.erase(steps.begin(), steps.begin() + 2);
+        EXPECT_THAT(steps,
+                    testing::ElementsAre("flock", "write", "fsync", "renameat2", "fsync", "flock"));
+    }
 }
 
 TEST(ZORSettingRepositoryFaults, GoesOnAfterASignal)

@@ -137,7 +137,7 @@ TEST(ZORSettingRepository, ReadsWhatPeopleWrite)
             items.push_back(&each);
         settings->ReadSetting("A", items.data(), static_cast<long>(items.size()));
         Strings expected = row.items;
-        expected.push_back("-");
+        expected.push_back(""); // what is beyond the strings becomes empty
         Strings got;
         for (const ZORString& each : strings)
             got.push_back(TextOf(each));
@@ -167,7 +167,7 @@ TEST(ZORSettingRepository, TakesNoTableForAnAttribute)
         EXPECT_EQ(site.Get(name), "-") << name;
 }
 
-TEST(ZORSettingRepository, LeavesItemsAloneThatItHasNoTextFor)
+TEST(ZORSettingRepository, EmptiesItemsBeyondTheStringsAndLeavesOthersAlone)
 {
     const RepositorySite site;
     site.Put("A", "x");
@@ -178,7 +178,7 @@ TEST(ZORSettingRepository, LeavesItemsAloneThatItHasNoTextFor)
     ZORBaseUnknown* items[] = {&first, &other, &third};
     settings->ReadSetting("A", items, 3);
     EXPECT_EQ(TextOf(first), "A");
-    EXPECT_EQ(TextOf(third), "-");
+    EXPECT_EQ(TextOf(third), "");
     items[1] = nullptr;
     first = "-";
     settings->ReadSetting("A", items, 2);
@@ -471,6 +471,7 @@ TEST(ZORSettingRepository, TellsWhereAFileIsDamaged)
         {"A = \"x\\u0000\"\n", "line 1, column 5: \\u0000 stands for nothing"},
         {"A = \"x\\u0000A\"\n", "line 1, column 5: \\u0000 stands for nothing"},
         {"A = [\"\\u0000\\u0000\\u0080\"]\n", "line 1, column 6: \\u0000 stands for nothing"},
+        {"[\"x\\u0000\"]\n", "line 1, column 1: \\u0000 stands for nothing"},
         {"é = \"1\"\n", "line 1, column 1: "},
         {"\"\\u0000\\u00C3\\u0000\\u00A9\" = \"1\"\n\"é\" = \"2\"\n",
          "line 2, column 1: the name is there already"},
