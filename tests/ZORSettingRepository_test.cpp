@@ -498,6 +498,8 @@ TEST(ZORSettingRepository, SurvivesNestingOfAnyDepth)
     EXPECT_THAT(MessageFor("A = {a" + repeat(".a") + " = 1}\n"), HasSubstr("line 1, column "));
     EXPECT_THAT(MessageFor("@ = 1\nA" + repeat(".a") + " = 1\n"), HasSubstr("line 1, column 1"));
     EXPECT_THAT(MessageFor(repeat("[[a]]\n[[b]]\n")), HasSubstr("dotted names"));
+    EXPECT_THAT(MessageFor("A" + repeat(".a").substr(0, 3000) + " = 1\n"),
+                HasSubstr("dotted names"));
 }
 
 TEST(ZORSettingRepository, TakesTablesOfReasonableDepth)
@@ -704,6 +706,15 @@ TEST(ZORSettingRepository, ReadsAChangedFileAsItReadsANewOne)
                 lines.erase(anyLine());
         }
     }
+}
+
+TEST(ZORSettingRepository, SeesThatALineWithoutABreakGoesOn)
+{
+    const RepositorySite site;
+    site.SetBytes("A = \"1\" ");
+    EXPECT_EQ(site.Get("A"), "1");
+    site.SetBytes("A = \"1\" B = \"2\"\n");
+    EXPECT_THAT(ErrorOf([&] { site.Get("A"); }), Optional(HasSubstr("line 1, column 9")));
 }
 
 TEST(ZORSettingRepository, KeepsTheStateItWasOpenedWithUntilASave)
