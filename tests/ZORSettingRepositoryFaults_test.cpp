@@ -11,6 +11,7 @@
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
+#include <time.h>
 #include <unistd.h>
 
 using testing::HasSubstr;
@@ -27,6 +28,7 @@ struct Fault {
     bool forGood = false;  // all calls of the same kind fail from then on
     int calls = 0;         // made so far
     std::string_view kind; // of the call that failed
+    Strings log{};         // what was called, in order
 };
 
 Fault theFault;
@@ -37,6 +39,7 @@ bool FailsNow(std::string_view iKind)
 {
     if (!theFaultIsOn)
         return false;
+    theFault.log.emplace_back(iKind);
     const bool again = theFault.forGood && theFault.kind == iKind;
     if (++theFault.calls != theFault.call && !again)
         return false;
@@ -52,7 +55,7 @@ class ScopedFault
 public:
     ScopedFault(int iCall, int iError, bool iForGood)
     {
-        theFault = {iCall, iError, iForGood, 0, {}};
+        theFault = {iCall, iError, iForGood, 0, {}, {}};
         theFaultIsOn = true;
     }
     ~ScopedFault() { theFaultIsOn = false; }
@@ -62,6 +65,22 @@ public:
     // The kind of the call that failed, empty when none did.
     std::string Kind() const { return std::string(theFault.kind); }
 };
+
+// A clock that ticks this seldom, as that of file systems does on many kernels; 0: the real one.
+long theTick = 0; // in nanoseconds
+
+void Coarsen(timespec& ioTime)
+{
+    if (theTick > 0)
+        ioTime.tv_nsec -= ioTime.tv_nsec % theTick;
+}
+
+int WithCoarseTimes(long iResult, struct stat& ioStatus)
+{
+    Coarsen(ioStatus.st_mtim);
+    Coarsen(ioStatus.st_ctim);
+    return static_cast<int>(iResult);
+}
 
 int Result(long iResult)
 {
@@ -133,12 +152,14 @@ int fchmod(int iFile, mode_t iMode) noexcept
 
 int fstat(int iFile, struct stat* oStatus) noexcept
 {
-    return FailsNow("fstat") ? -1 : Result(syscall(SYS_fstat, iFile, oStatus));
+    return FailsNow("fstat") ? -1 : WithCoarseTimes(syscall(SYS_fstat, iFile, oStatus), *oStatus);
 }
 
 int stat(const char* iPath, struct stat* oStatus) noexcept
 {
-    return FailsNow("stat") ? -1 : Result(syscall(SYS_newfstatat, AT_FDCWD, iPath, oStatus, 0));
+    return FailsNow("stat")
+               ? -1
+               : WithCoarseTimes(syscall(SYS_newfstatat, AT_FDCWD, iPath, oStatus, 0), *oStatus);
 }
 
 int fstatat(int iDirectory, const char* iPath, struct stat* oStatus, int iFlags) noexcept
@@ -146,6 +167,15 @@ int fstatat(int iDirectory, const char* iPath, struct stat* oStatus, int iFlags)
     return FailsNow("fstatat")
                ? -1
                : Result(syscall(SYS_newfstatat, iDirectory, iPath, oStatus, iFlags));
+}
+
+int clock_gettime(clockid_t iClock, timespec* oTime) noexcept
+{
+    const bool ofFiles = iClock == CLOCK_REALTIME_COARSE && theTick > 0;
+    const int result = Result(syscall(SYS_clock_gettime, ofFiles ? CLOCK_REALTIME : iClock, oTime));
+    if (ofFiles)
+        Coarsen(*oTime);
+    return result;
 }
 
 int fremovexattr(int iFile, const char* iName) noexcept
@@ -272,6 +302,27 @@ TEST(ZORSettingRepositoryFaults, TellsOfEachCallThatFailsAndLeavesTheFileAsItWas
             }
 }
 
+TEST(ZORSettingRepositoryFaults, BringsTheFileToTheDiskBeforeItTakesItsPlace)
+{
+    for (const Case& each : Cases()) {
+        const RepositorySite site;
+        Prepare(each, site);
+        Strings steps;
+        {
+            const ScopedFault log(0, 0, false);
+            each.step(site, site / each.file);
+            steps = theFault.log;
+        }
+        std::erase_if(steps, [](const std::string& step) {
+            return step != "flock" && step != "write" && step != "fsync" && step != "renameat2";
+        });
+        if (each.file.starts_with("new")) // and the directories above it before
+            steps.erase(steps.begin(), steps.begin() + 2);
+        EXPECT_THAT(steps,
+                    testing::ElementsAre("flock", "write", "fsync", "renameat2", "fsync", "flock"));
+    }
+}
+
 TEST(ZORSettingRepositoryFaults, GoesOnAfterASignal)
 {
     for (const Case& each : Cases()) {
@@ -358,4 +409,16 @@ TEST(ZORSettingRepositoryFaults, LeavesTheFileAsItWasWhenThereIsNoMemory)
             EXPECT_EQ(OpenDescriptors(), descriptors);
         }
     }
+}
+
+TEST(ZORSettingRepositoryFaults, SeesAChangeOfTheSameLengthWithinOneTickOfTheClock)
+{
+    const RepositorySite site;
+    theTick = 20'000'000;
+    for (int i = 0; i < 500; ++i) {
+        const std::string value = std::to_string(100 + i);
+        site.SetBytes("A = \"" + value + "\"\n");
+        ASSERT_EQ(site.Get("A"), value);
+    }
+    theTick = 0;
 }

@@ -137,7 +137,7 @@ TEST(ZORSettingRepository, ReadsWhatPeopleWrite)
             items.push_back(&each);
         settings->ReadSetting("A", items.data(), static_cast<long>(items.size()));
         Strings expected = row.items;
-        expected.push_back("-");
+        expected.push_back(""); // what is beyond the strings becomes empty
         Strings got;
         for (const ZORString& each : strings)
             got.push_back(TextOf(each));
@@ -167,7 +167,7 @@ TEST(ZORSettingRepository, TakesNoTableForAnAttribute)
         EXPECT_EQ(site.Get(name), "-") << name;
 }
 
-TEST(ZORSettingRepository, LeavesItemsAloneThatItHasNoTextFor)
+TEST(ZORSettingRepository, EmptiesItemsBeyondTheStringsAndLeavesOthersAlone)
 {
     const RepositorySite site;
     site.Put("A", "x");
@@ -178,7 +178,7 @@ TEST(ZORSettingRepository, LeavesItemsAloneThatItHasNoTextFor)
     ZORBaseUnknown* items[] = {&first, &other, &third};
     settings->ReadSetting("A", items, 3);
     EXPECT_EQ(TextOf(first), "A");
-    EXPECT_EQ(TextOf(third), "-");
+    EXPECT_EQ(TextOf(third), "");
     items[1] = nullptr;
     first = "-";
     settings->ReadSetting("A", items, 2);
@@ -471,6 +471,7 @@ TEST(ZORSettingRepository, TellsWhereAFileIsDamaged)
         {"A = \"x\\u0000\"\n", "line 1, column 5: \\u0000 stands for nothing"},
         {"A = \"x\\u0000A\"\n", "line 1, column 5: \\u0000 stands for nothing"},
         {"A = [\"\\u0000\\u0000\\u0080\"]\n", "line 1, column 6: \\u0000 stands for nothing"},
+        {"[\"x\\u0000\"]\n", "line 1, column 1: \\u0000 stands for nothing"},
         {"é = \"1\"\n", "line 1, column 1: "},
         {"\"\\u0000\\u00C3\\u0000\\u00A9\" = \"1\"\n\"é\" = \"2\"\n",
          "line 2, column 1: the name is there already"},
@@ -497,6 +498,8 @@ TEST(ZORSettingRepository, SurvivesNestingOfAnyDepth)
     EXPECT_THAT(MessageFor("A = {a" + repeat(".a") + " = 1}\n"), HasSubstr("line 1, column "));
     EXPECT_THAT(MessageFor("@ = 1\nA" + repeat(".a") + " = 1\n"), HasSubstr("line 1, column 1"));
     EXPECT_THAT(MessageFor(repeat("[[a]]\n[[b]]\n")), HasSubstr("dotted names"));
+    EXPECT_THAT(MessageFor("A" + repeat(".a").substr(0, 3000) + " = 1\n"),
+                HasSubstr("dotted names"));
 }
 
 TEST(ZORSettingRepository, TakesTablesOfReasonableDepth)
@@ -703,6 +706,15 @@ TEST(ZORSettingRepository, ReadsAChangedFileAsItReadsANewOne)
                 lines.erase(anyLine());
         }
     }
+}
+
+TEST(ZORSettingRepository, SeesThatALineWithoutABreakGoesOn)
+{
+    const RepositorySite site;
+    site.SetBytes("A = \"1\" ");
+    EXPECT_EQ(site.Get("A"), "1");
+    site.SetBytes("A = \"1\" B = \"2\"\n");
+    EXPECT_THAT(ErrorOf([&] { site.Get("A"); }), Optional(HasSubstr("line 1, column 9")));
 }
 
 TEST(ZORSettingRepository, KeepsTheStateItWasOpenedWithUntilASave)

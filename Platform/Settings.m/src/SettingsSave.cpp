@@ -95,10 +95,10 @@ std::shared_ptr<const SettingsText> SaveSettings(const std::string& iPath,
     const SettingsLock lock(target, directory.Get(), lockName, exists ? &status : nullptr);
     std::optional<SettingsFile> old =
         ReadSettingsFile(target, directory.Get(), name.c_str(), O_NOFOLLOW);
-    const auto before = !old ? SettingsText::Nothing()
-                        : old->bytes == iKnown->Bytes()
-                            ? iKnown
-                            : SettingsText::Read(target, std::move(old->bytes), iKnown.get());
+    auto before = !old ? SettingsText::Nothing()
+                  : old->bytes == iKnown->Bytes()
+                      ? iKnown
+                      : SettingsText::Read(target, std::move(old->bytes), iKnown.get());
     std::string edited = EditSettings(target, *before, iChanges);
     if (edited == before->Bytes())
         return before;

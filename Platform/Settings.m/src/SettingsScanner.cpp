@@ -342,6 +342,8 @@ void SettingsScanner::AddTable(const Key& iKey)
 {
     if (iKey.name)
         _Text.Add({*iKey.name, Offset(iKey.begin), {}, 0, 0, Kind::Table});
+    else
+        Refuse(iKey.begin, kLoneNul);
 }
 
 void SettingsScanner::CountKeyPart()
