@@ -116,20 +116,15 @@ void ZORDuxTrace::Initialise()
         OpenReport(report);
 }
 
+// The name in its field: padded, or cut.
 void ZORDuxTrace::BuildHeader(const char* iName)
 {
-    const char* name = iName;
-    if (std::strlen(iName) > kNameField) {
-        std::memcpy(BufferAgile, iName, kNameField);
-        BufferAgile[kNameField] = '\0';
-        name = BufferAgile;
-    }
     constexpr std::size_t room = kColouredHeader + 1;
     _Header = new char[room];
     if (_gAixterm)
-        std::snprintf(_Header, room, "%s%-*s%s ", kCyan, kNameField, name, kWhite);
+        std::snprintf(_Header, room, "%s%-*.*s%s ", kCyan, kNameField, kNameField, iName, kWhite);
     else
-        std::snprintf(_Header, room, "%-*s ", kNameField, name);
+        std::snprintf(_Header, room, "%-*.*s ", kNameField, kNameField, iName);
     _HeaderLength = _gAixterm ? kColouredHeader : kPlainHeader;
 }
 
