@@ -127,9 +127,9 @@ ZORBaseUnknown* CreateNothing(ZORBaseUnknown*)
     return nullptr;
 }
 
-const ZORFillDictionary arm("Robot", "IArm", CreateTIEIArmRobot);
-const ZORFillDictionary leg("Robot", "ILeg", CreateTIEILegRobot);
-const ZORFillDictionary eye("Robot", "IEye", CreateEye);
+const ZORFillDictionary armEntry("Robot", "IArm", CreateTIEIArmRobot);
+const ZORFillDictionary legEntry("Robot", "ILeg", CreateTIEILegRobot);
+const ZORFillDictionary eyeEntry("Robot", "IEye", CreateEye);
 
 unsigned int CountOf(ZORBaseUnknown& ioObject)
 {
