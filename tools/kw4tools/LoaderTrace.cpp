@@ -31,13 +31,22 @@ struct Host {
     std::vector<std::string> libraries;
 };
 
+// The program's headers tell where they lie themselves, and where the loader's path does.
 std::string InterpreterOf(const dl_phdr_info& iProgram)
 {
-    for (int i = 0; i < iProgram.dlpi_phnum; ++i)
-        if (iProgram.dlpi_phdr[i].p_type == PT_INTERP)
-            return reinterpret_cast<const char*>(iProgram.dlpi_addr +
-                                                 iProgram.dlpi_phdr[i].p_vaddr);
-    return {};
+    const ElfW(Phdr)* self = nullptr;
+    const ElfW(Phdr)* interpreter = nullptr;
+    for (int i = 0; i < iProgram.dlpi_phnum; ++i) {
+        const ElfW(Phdr)& each = iProgram.dlpi_phdr[i];
+        if (each.p_type == PT_PHDR)
+            self = &each;
+        if (each.p_type == PT_INTERP)
+            interpreter = &each;
+    }
+    if (!self || !interpreter)
+        return {};
+    const char* const headers = reinterpret_cast<const char*>(iProgram.dlpi_phdr);
+    return headers + interpreter->p_vaddr - self->p_vaddr;
 }
 
 int Collect(dl_phdr_info* iObject, std::size_t, void* ioHost)

@@ -119,7 +119,7 @@ bool TakeAll()
     for (const std::string& directory : Directories()) {
         std::error_code failure;
         for (const std::string& name : NamesIn(directory, failure))
-            any = TakeFile(directory + "/" + name) || any;
+            any = TakeFile((std::filesystem::path(directory) / name).string()) || any;
         if (failure && failure != std::errc::no_such_file_or_directory)
             Tell(directory, "cannot be read: " + failure.message());
     }

@@ -37,7 +37,8 @@ ZORObject::ZORObject(const ZORObject& iOther) = default;
 
 ZORObject& ZORObject::operator=(const ZORObject& iOther)
 {
-    ZORImplementationAdapter::operator=(iOther);
+    if (this != &iOther)
+        ZORImplementationAdapter::operator=(iOther);
     return *this;
 }
 
