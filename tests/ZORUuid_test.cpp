@@ -83,7 +83,7 @@ TEST(ZORUuid, UsesEveryFreeBit)
     std::array<std::uint64_t, 2> ones{};
     for (int i = 0; i < 1000; ++i) {
         const std::array<std::uint64_t, 2> number = Number(Fresh());
-        for (int half = 0; half < 2; ++half) {
+        for (std::size_t half = 0; half < 2; ++half) {
             ones[half] |= number[half];
             zeros[half] |= ~number[half];
         }
