@@ -38,8 +38,12 @@ void Put(const ZORTrace& iTrace, const char* iText)
 template <class Body>
 ChildEnd Traced(Body iBody)
 {
+    static const ZORTrace* channel = nullptr; // kept to the end, within reach
     const ScopedEnvironment all("ZOR_TRACE", "all");
-    return InChild([&] { iBody(*new ZORTrace("Channel", nullptr, 0, nullptr, 0)); });
+    return InChild([&] {
+        channel = new ZORTrace("Channel", nullptr, 0, nullptr, 0);
+        iBody(*channel);
+    });
 }
 
 } // namespace

@@ -28,7 +28,8 @@ std::vector<std::string> CatalogsIn(const std::string& iDirectory)
     std::vector<std::string> names;
     AddCatalogs(iDirectory, "", names);
     for (const std::string& locale : LocalesIn(iDirectory))
-        AddCatalogs(iDirectory + "/" + locale, locale + "/", names);
+        AddCatalogs(std::string(iDirectory).append("/").append(locale),
+                    std::string(locale).append("/"), names);
     std::sort(names.begin(), names.end());
     return names;
 }
