@@ -18,7 +18,7 @@ std::string_view Variable(const char* iName)
 
 std::string DefaultDirectory()
 {
-    // A relative path there is to be ignored, as the base directory specification has it.
+    // A relative path there is to be ignored, as the XDG base directory rules have it.
     const std::string_view configuration = Variable("XDG_CONFIG_HOME");
     if (configuration.starts_with('/'))
         return std::string(configuration) + "/zor";
