@@ -46,6 +46,7 @@ const std::vector<Arguments> kCommands = {
     {"schema", "check"},
     {"container"},
     {"classes"},
+    {"message"},
 };
 
 Arguments With(Arguments iCommand, const std::string& iMore)

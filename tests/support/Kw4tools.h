@@ -19,7 +19,8 @@ public:
         _Run.In(_Site.Path()).Environment("ZOR_SETTINGS_PATH", _Site.Path());
         for (const char* name :
              {"ZOR_PSN_TRACE", "ZOR_PSN_TRACE_FILE", "ZOR_PSN_TRACE_CALLS", "ZOR_CATALOG_PATH",
-              "ZOR_DICTIONARY_PATH", "ZOR_TRACE", "LD_LIBRARY_PATH", "XDG_CONFIG_HOME"})
+              "ZOR_DICTIONARY_PATH", "ZOR_TRACE", "LD_LIBRARY_PATH", "XDG_CONFIG_HOME", "LANGUAGE",
+              "LC_ALL", "LC_MESSAGES", "LANG"})
             _Run.Environment(name, std::nullopt);
     }
 

@@ -25,6 +25,17 @@ const std::string& Command::Argument(const std::string& iName, const std::string
     return argument;
 }
 
+const std::optional<std::string>& Command::OptionalArgument(const std::string& iName,
+                                                            const std::string& iHelp)
+{
+    std::optional<std::string>& argument = _Options.emplace_back();
+    _App.add_option_function<std::string>(
+            iName, [&argument](const std::string& iMarked) { argument = RawArgument(iMarked); },
+            iHelp)
+        ->option_text(" ");
+    return argument;
+}
+
 const std::vector<std::string>& Command::Arguments(const std::string& iName,
                                                    const std::string& iHelp)
 {

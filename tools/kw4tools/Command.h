@@ -37,6 +37,9 @@ public:
 
     // An argument that must be given. Arguments are taken in the order they are declared in.
     const std::string& Argument(const std::string& iName, const std::string& iHelp);
+    // An argument that may be left out.
+    const std::optional<std::string>& OptionalArgument(const std::string& iName,
+                                                       const std::string& iHelp);
     // All further arguments; there may be none.
     const std::vector<std::string>& Arguments(const std::string& iName, const std::string& iHelp);
     // An option that is given or not.

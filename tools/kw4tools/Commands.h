@@ -11,4 +11,5 @@ void AddFileCommands(Program& ioProgram);      // check, read, write
 void AddIdentifierCommand(Program& ioProgram); // id
 void AddSequenceCommands(Program& ioProgram);  // interval, ids
 void AddModelCommands(Program& ioProgram);     // schema, container, classes
+void AddMessageCommand(Program& ioProgram);    // message
 void AddTextCommands(Program& ioProgram);      // text

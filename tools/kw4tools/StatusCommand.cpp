@@ -3,6 +3,7 @@
 #include "Commands.h"
 #include "Program.h"
 #include "ZORDictionaryDirectories.h"
+#include "ZORMsgCatalogDirectories.h"
 #include "ZORSettingDirectories.h"
 
 #include <map>
@@ -20,30 +21,49 @@ void PrintDirectory(Session& ioSession, const std::string& iKind, const ZORUnico
                          (exists ? " (exists)" : " (missing)"));
 }
 
-// Files of one name are read from the first directory that has one.
-class Shadows
+// The files of one kind, in the order of the search.
+class Files
 {
 public:
-    // What is to be said behind the file, which is the next in the order of the search.
-    std::string RemarkOn(const std::string& iName, const std::string& iPath)
+    // `iRemark` tells of a file that comes behind one of the same name in an earlier directory.
+    Files(std::string iKind, std::string iRemark)
+        : _Kind(std::move(iKind)), _Remark(std::move(iRemark))
     {
-        const auto [first, isFirst] = _First.try_emplace(iName, iPath);
-        return isFirst ? "" : " (shadowed by " + first->second + ")";
+    }
+
+    void Print(Session& ioSession, const std::string& iDirectory,
+               const std::vector<std::string>& iNames)
+    {
+        for (const std::string& name : iNames) {
+            const std::string path = iDirectory + "/" + name + ".toml";
+            const auto [first, isFirst] = _First.try_emplace(name, path);
+            ioSession.Out().Line(_Kind + " file: " + path +
+                                 (isFirst ? "" : " (" + _Remark + " " + first->second + ")"));
+        }
     }
 
 private:
+    std::string _Kind;
+    std::string _Remark;
     std::map<std::string, std::string> _First;
 };
 
 void PrintSettings(Session& ioSession)
 {
-    Shadows shadows;
+    Files files("settings", "shadowed by");
     for (const ZORSettingDirectory& directory : ZORSettingDirectories()) {
         PrintDirectory(ioSession, "settings directory", Text(directory.path));
-        for (const std::string& name : directory.names) {
-            const std::string path = directory.path + "/" + name + ".toml";
-            ioSession.Out().Line("settings file: " + path + shadows.RemarkOn(name, path));
-        }
+        files.Print(ioSession, directory.path, directory.names);
+    }
+}
+
+// A text of a catalog is looked for by its key, so of two files neither hides all of the other.
+void PrintCatalogs(Session& ioSession)
+{
+    Files files("catalog", "behind");
+    for (const ZORMsgCatalogDirectory& directory : ZORMsgCatalogDirectories()) {
+        PrintDirectory(ioSession, "catalog directory", Text(directory.path));
+        files.Print(ioSession, directory.path, directory.names);
     }
 }
 
@@ -86,9 +106,11 @@ void AddStatusCommand(Program& ioProgram)
     Command& status = ioProgram.Add("Settings", "status",
                                     "Print where settings and files are looked for, and what is "
                                     "there");
-    status.Explains("The directories in the order of the search, with the files in them; of files\n"
-                    "with one name the first is read, and shadows the others. Then the entries\n"
-                    "of the search path, with settings and variables replaced by their values.");
+    status.Explains(
+        "The directories in the order of the search, with the files in them; of\n"
+        "settings files with one name the first is read and shadows the others, of\n"
+        "catalogs the texts of the first count before those behind it. Then the entries\n"
+        "of the search path, with settings and variables replaced by their values.");
     status.Example("kw4tools status");
     status.Advises([] {
         return "the search path cannot be told: mend the setting DUX_SEARCH_PATH, or the settings "
@@ -96,6 +118,7 @@ void AddStatusCommand(Program& ioProgram)
     });
     status.Does([](Session& ioSession) {
         PrintSettings(ioSession);
+        PrintCatalogs(ioSession);
         PrintDictionaries(ioSession);
         PrintSearchPath(ioSession);
         return Status::Yes;

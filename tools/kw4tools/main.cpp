@@ -15,5 +15,6 @@ int main(int argc, char** argv)
     AddIdentifierCommand(program);
     AddSequenceCommands(program);
     AddModelCommands(program);
+    AddMessageCommand(program);
     return program.Run({argv + (argc > 0 ? 1 : 0), argv + argc});
 }
