@@ -126,6 +126,15 @@ TEST(GetSecurity, AnErrorOfTheFamilyIsToldAndGoesOn)
                              "ZORInternalError raised in Companion, line 7\n");
 }
 
+TEST(GetSecurity, AMessageOfTheServicesIsToldWithItsText)
+{
+    const Dictionary dictionary("CreateRaisingMessage");
+    const CapturedOutput errors(STDERR_FILENO);
+    const auto error = RaisedBy([] { GetSecurity(); });
+    EXPECT_EQ(errors.Text(), std::string(error->GetMessage(1).ConvertToChar()) +
+                                 "\nZORDuxServicesMsg raised in Companion, line 8\n");
+}
+
 TEST(GetSecurity, AnyOtherErrorGoesOnUntold)
 {
     const Dictionary dictionary("CreateRaisingStranger");

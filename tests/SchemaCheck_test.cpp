@@ -102,6 +102,16 @@ TEST(SchemaCheck, CountsTheLibrariesOfTheProgramAsThere)
     EXPECT_THAT(Missing("Hosted"), IsEmpty()) << "also once it is loaded";
 }
 
+TEST(SchemaCheck, WhatALibraryOfTheProgramLacksIsNotTheSchemasLack)
+{
+    const SchemaSite site;
+    site.Install(KW_SCHEMA_LAZY, "a/libLazy.so");
+    site.Install(KW_SCHEMA_GOOD, "a/libGood.so");
+    CreateServices()->LoadSchema("Lazy");
+    EXPECT_THAT(Missing("Good"), IsEmpty());
+    EXPECT_THAT(Missing("Lazy"), ElementsAre("symbol nowhereUntilCalled"));
+}
+
 TEST(SchemaCheck, TellsALibraryThatIsNotFound)
 {
     const SchemaSite site;

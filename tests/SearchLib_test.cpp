@@ -59,6 +59,15 @@ TEST(SearchLib, SkipsEmptyDirectories)
     }
 }
 
+TEST(SearchLib, AnEmptyDirectoryIsNotTheRoot)
+{
+    const ScopedDirectory place;
+    const ScopedWorkingDirectory here(place.Path());
+    const ScopedEnvironment path(kVariable, ":");
+    ASSERT_TRUE(std::filesystem::exists("/etc/passwd"));
+    EXPECT_EQ(Search("etc/passwd"), std::nullopt);
+}
+
 TEST(SearchLib, FindsNothingWithoutTheVariable)
 {
     const ScopedDirectory place;

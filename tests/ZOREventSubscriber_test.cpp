@@ -219,6 +219,40 @@ TEST(ZOREventSubscriber, ARecordOfAManagerThatIsGoneTakesNothingFromTheNextInIts
     after->~ZORCallbackManager();
 }
 
+TEST(ZOREventSubscriber, AHandleOfAManagerThatIsGoneRemovesNothingFromTheNextInItsPlace)
+{
+    Senders at;
+    const Subscriber view = Make();
+    const Subscriber other = Make();
+    alignas(ZORCallbackManager) unsigned char place[sizeof(ZORCallbackManager)];
+    auto* const before = new (place) ZORCallbackManager;
+    const ZORCallback handle = view->AddCallback(before, "Opened", Note, &at.calls);
+    before->~ZORCallbackManager();
+    auto* const after = new (place) ZORCallbackManager;
+    ASSERT_EQ(other->AddCallback(after, "Opened", Note, &at.calls), handle);
+    EXPECT_EQ(view->RemoveCallback(after, handle), 0);
+    EXPECT_EQ(after->GetNbCallbacks("Opened"), 1);
+    EXPECT_EQ(other->RemoveCallback(after, handle), 1);
+    after->~ZORCallbackManager();
+}
+
+TEST(ZOREventSubscriber, SenderAndSubscriberMayBothGoDuringADispatch)
+{
+    Subscriber view = Make();
+    Subscriber model = Make();
+    ZORCallbackManager* const manager = model->GetCallbackManager();
+    Subscriber* both[] = {&model, &view};
+    view->AddCallback(
+        manager, "Changed",
+        [](ZORBaseUnknown*, const char*, ZORNotification*, void* handles) {
+            for (int i = 0; i < 2; ++i)
+                *static_cast<Subscriber**>(handles)[i] = nullptr;
+        },
+        both);
+    manager->DispatchCallbacks("Changed", nullptr, nullptr);
+    EXPECT_FALSE(view || model);
+}
+
 TEST(ZOREventSubscriber, MayGoDuringADispatch)
 {
     Senders at;

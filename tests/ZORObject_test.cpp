@@ -137,6 +137,12 @@ TEST(ZORObject, ALateTypeNeverMakesItPassForAnotherClass)
     EXPECT_EQ(ZORHandle<ILifting>(ZORHandle<Anchor>::Adopt(new Anchor))->GetLoad(), 900);
 }
 
+TEST(ZORObject, ALateTypeNamedLikeTheRootLeavesTheRootAlone)
+{
+    EXPECT_STREQ(Make("ZORBaseUnknown", "SHIP")->IsA(), "ZORObject");
+    EXPECT_EQ(ZORBaseUnknown::MetaObject()->GetParent(), nullptr);
+}
+
 TEST(ZORObject, ALateTypeNamedLikeAnInterfaceIsNoObjectWithThatInterface)
 {
     const auto object = Make("ILifting", "SHIP");

@@ -1,5 +1,6 @@
 // A library that test programs find through dictionary files and are never linked with.
 
+#include "ZORDuxServicesMsg.h"
 #include "ZORIDuxMaskEditor.h"
 #include "ZORIDuxSecurity.h"
 #include "ZORInternalError.h"
@@ -60,6 +61,12 @@ extern "C" ZOR_EXPORT ZORBaseUnknown* CreateNothing(ZORBaseUnknown*)
 extern "C" ZOR_EXPORT ZORBaseUnknown* CreateRaising(ZORBaseUnknown*)
 {
     (new ZORInternalError)->Throw("Companion", 7);
+    return nullptr;
+}
+
+extern "C" ZOR_EXPORT ZORBaseUnknown* CreateRaisingMessage(ZORBaseUnknown*)
+{
+    (new ZORDuxServicesMsg(0x20003))->SetParameters(1, "libSite.so").Throw("Companion", 8);
     return nullptr;
 }
 

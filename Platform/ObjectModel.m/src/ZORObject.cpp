@@ -10,8 +10,8 @@ namespace
 ZORMetaClass* ClassNamed(const char* iName)
 {
     ZORMetaClass* const meta = QueryMetaObject(iName);
-    const bool fits = meta && meta->HasClassId() && meta->GetKind() == ZORKindImplementation &&
-                      meta->IsAKindOf(ZORImplementationAdapter::ClassName());
+    const bool fits =
+        meta && meta->HasClassId() && meta->IsAKindOf(ZORImplementationAdapter::ClassName());
     return fits ? meta : nullptr;
 }
 
