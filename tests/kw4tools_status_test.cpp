@@ -88,14 +88,14 @@ TEST(kw4tools_status, PrintsTheExpandedSearchPathAndWhichEntriesExist)
     program.Site().Write("models/plate.model", "");
     program.Site().Write("DUXAdmin.toml",
                          "DUX_SEARCH_PATH = \"$HERE/models:$$MORE:$NOTHING:/nowhere\"\n"
-                         "MORE = \"$HERE:/etc/../etc\"\n");
+                         "MORE = \"/etc/../etc:$HERE\"\n");
     program.Run().Environment("HERE", root).Environment("NOTHING", std::nullopt);
     EXPECT_THAT(Lines(program.Result({"status"})),
                 ElementsAre("settings directory: " + root + " (exists)",
                             "settings file: " + root + "/DUXAdmin.toml",
                             "search path entry: " + root + "/models (exists)",
-                            "search path entry: " + root + " (exists)",
                             "search path entry: /etc/../etc (exists)",
+                            "search path entry: " + root + " (exists)",
                             "search path entry: $NOTHING (missing)",
                             "search path entry: /nowhere (missing)"));
 }
