@@ -58,3 +58,17 @@ TEST(SequenceOfGenericFactory, CopiesThePointerAsItIs)
     const _SEQUENCE_GenericFactory_ptr copy(factories);
     EXPECT_EQ(copy[0], source[0]);
 }
+
+TEST(SequencesOfLifeCycleTypes, HandTheirElementsOnWhenMoved)
+{
+    _SEQUENCE_KeyComponent key;
+    key.maximum(1);
+    key.length(1);
+    const KeyComponent* const elements = key.buffer();
+    _SEQUENCE_KeyComponent moved(std::move(key));
+    EXPECT_EQ(moved.buffer(), elements);
+    _SEQUENCE_KeyComponent assigned;
+    assigned = std::move(moved);
+    EXPECT_EQ(assigned.buffer(), elements);
+    EXPECT_EQ(assigned.length(), 1);
+}

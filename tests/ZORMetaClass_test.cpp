@@ -131,6 +131,13 @@ TEST(ZORDictionary, AClassWithTwoEntriesIsListedOnceUntilBothAreGone)
     EXPECT_THAT(Supported("IRound"), IsEmpty());
 }
 
+TEST(ZORDictionary, WithdrawingWhatWasNeverEnteredRegistersNothing)
+{
+    EXPECT_EQ(RemoveDictionary("Stranger", "IStrange"), 0);
+    EXPECT_EQ(QueryMetaObject("Stranger"), nullptr);
+    EXPECT_EQ(QueryMetaObject("IStrange"), nullptr);
+}
+
 TEST(ZORDictionary, TakesAnEntryWithACreatorByHand)
 {
     AddDictionary(fct_CreateCLSID(), nullptr, "Hub", "ITurning", CreateNothing, nullptr, nullptr,

@@ -26,8 +26,7 @@ std::size_t Registry::Hash::operator()(const GUID& iId) const
 ZORMetaClass* Registry::Query(std::string_view iClassName) const
 {
     const std::shared_lock lock(_Mutex);
-    const auto found = _ByName.find(iClassName);
-    return found == _ByName.end() ? nullptr : found->second.get();
+    return QueryLocked(iClassName);
 }
 
 ZORMetaClass* Registry::Query(const GUID& iClassId) const
@@ -43,11 +42,16 @@ ZORMetaClass* Registry::Find(std::string_view iClassName)
     return FindLocked(iClassName);
 }
 
-ZORMetaClass* Registry::FindLocked(std::string_view iClassName)
+ZORMetaClass* Registry::QueryLocked(std::string_view iClassName) const
 {
     const auto found = _ByName.find(iClassName);
-    if (found != _ByName.end())
-        return found->second.get();
+    return found == _ByName.end() ? nullptr : found->second.get();
+}
+
+ZORMetaClass* Registry::FindLocked(std::string_view iClassName)
+{
+    if (ZORMetaClass* const known = QueryLocked(iClassName))
+        return known;
     auto made = std::make_unique<ZORMetaClass>(std::string(iClassName).c_str());
     return _ByName.emplace(made->GetClassName(), std::move(made)).first->second.get();
 }
@@ -108,7 +112,7 @@ void Registry::RemoveAdapter(const char* iClassName, const char* iInterfaceName,
                              ZORCreator iCreator)
 {
     const std::unique_lock lock(_Mutex);
-    const Pair pair = PairOf(iClassName, iInterfaceName);
+    const Pair pair{QueryLocked(iClassName), QueryLocked(iInterfaceName)};
     const auto found = _Entries.find(pair);
     if (found == _Entries.end())
         return;
@@ -123,7 +127,7 @@ void Registry::RemoveAdapter(const char* iClassName, const char* iInterfaceName,
 int Registry::RemoveAll(const char* iClassName, const char* iInterfaceName)
 {
     const std::unique_lock lock(_Mutex);
-    const Pair pair = PairOf(iClassName, iInterfaceName);
+    const Pair pair{QueryLocked(iClassName), QueryLocked(iInterfaceName)};
     const auto found = _Entries.find(pair);
     if (found == _Entries.end())
         return 0;

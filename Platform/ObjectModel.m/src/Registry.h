@@ -55,7 +55,8 @@ private:
         std::size_t operator()(const GUID& iId) const;
     };
 
-    ZORMetaClass* FindLocked(std::string_view iClassName);
+    ZORMetaClass* QueryLocked(std::string_view iClassName) const; // null if unknown
+    ZORMetaClass* FindLocked(std::string_view iClassName);        // made if unknown
     Pair PairOf(const char* iClassName, const char* iInterfaceName);
     Entries& EntriesOf(const Pair& iPair);
     void Forget(const Pair& iPair);

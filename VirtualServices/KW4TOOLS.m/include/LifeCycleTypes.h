@@ -36,6 +36,8 @@ class ZOR_EXPORT _SEQUENCE_KeyComponent final : public ZORSequenceOf<KeyComponen
 public:
     _SEQUENCE_KeyComponent() = default;
     _SEQUENCE_KeyComponent(const _SEQUENCE_KeyComponent& iOther) : ZORSequenceOf() { Copy(iOther); }
+    _SEQUENCE_KeyComponent(_SEQUENCE_KeyComponent&&) noexcept = default;
+    _SEQUENCE_KeyComponent& operator=(_SEQUENCE_KeyComponent&&) noexcept = default;
     _SEQUENCE_KeyComponent& operator=(const _SEQUENCE_KeyComponent& iOther)
     {
         Copy(iOther);
@@ -55,6 +57,8 @@ public:
     {
         Copy(iOther);
     }
+    _SEQUENCE_NameValuePair(_SEQUENCE_NameValuePair&&) noexcept = default;
+    _SEQUENCE_NameValuePair& operator=(_SEQUENCE_NameValuePair&&) noexcept = default;
     _SEQUENCE_NameValuePair& operator=(const _SEQUENCE_NameValuePair& iOther)
     {
         Copy(iOther);
@@ -75,6 +79,8 @@ public:
     {
         Copy(iOther);
     }
+    _SEQUENCE_GenericFactory_ptr(_SEQUENCE_GenericFactory_ptr&&) noexcept = default;
+    _SEQUENCE_GenericFactory_ptr& operator=(_SEQUENCE_GenericFactory_ptr&&) noexcept = default;
     _SEQUENCE_GenericFactory_ptr& operator=(const _SEQUENCE_GenericFactory_ptr& iOther)
     {
         Copy(iOther);

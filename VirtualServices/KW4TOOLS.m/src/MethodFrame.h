@@ -5,14 +5,13 @@
 #include "ZORUnicodeString.h"
 
 #include <string_view>
-#include <utility>
 
 // The frame that every operation of the services runs in: a trace scope, a line for each input, a
 // guarded block around the body, a line for each result. An operation reads as
 //
 //     MethodFrame frame("ZORDuxServices::GetSetting");
 //     frame.Value("iVariableName", iVariableName);
-//     return frame.Guard(ErrorReport::Long, [&] { … checks, body, result … });
+//     return Guarded(ErrorReport::Long, [&] { … checks, body, result … });
 //
 // Nothing is written, nor converted, while the level is inactive; each line tests it anew.
 class MethodFrame
@@ -51,12 +50,6 @@ public:
     {
         if (ZORPSNTrace::LevelIsActive(_Trace.GetLevel()))
             WriteLine(iText, "", iValue.ConvertToChar());
-    }
-
-    template <class Body>
-    static auto Guard(ErrorReport iForm, Body&& iBody) -> decltype(iBody())
-    {
-        return Guarded(iForm, std::forward<Body>(iBody));
     }
 
 private:

@@ -47,7 +47,7 @@ ZORDuxFileAccess ZORDuxServices::CheckFile(const ZORUnicodeString& iFullPath)
 {
     MethodFrame frame("ZORDuxServices::CheckFile");
     frame.Value("iFullPath", iFullPath);
-    return frame.Guard(ErrorReport::Short, [&] {
+    return Guarded(ErrorReport::Short, [&] {
         ZORDuxFileAccess may{};
         may.exists = Check(frame, iFullPath, F_OK, "File exist", "File does not exist");
         may.readable = Check(frame, iFullPath, R_OK, "Read Mode OK", "Read Mode KO");
@@ -63,7 +63,7 @@ ZORListValZORUnicodeString ZORDuxServices::ReadStream(const ZORUnicodeString& iF
 {
     MethodFrame frame("ZORDuxServices::ReadStream");
     frame.Value("iFileName", iFileName);
-    return frame.Guard(ErrorReport::Short, [&] {
+    return Guarded(ErrorReport::Short, [&] {
         ZORListValZORUnicodeString pieces;
         Stream stream = Open(frame, iFileName, "r");
         if (!stream)
@@ -87,7 +87,7 @@ int ZORDuxServices::WriteStream(const ZORListValZORUnicodeString& iLines,
 {
     MethodFrame frame("ZORDuxServices::WriteStream");
     frame.Value("iFileName", iFileName);
-    return frame.Guard(ErrorReport::Short, [&] {
+    return Guarded(ErrorReport::Short, [&] {
         Stream stream = Open(frame, iFileName, "w");
         if (!stream)
             return 0;

@@ -9,7 +9,7 @@
 ZORUnicodeString ZORDuxServices::GetIdentifier()
 {
     MethodFrame frame("ZORDuxServices::GetIdentifier");
-    return frame.Guard(ErrorReport::Short, [&] {
+    return Guarded(ErrorReport::Short, [&] {
         char text[ZORUuid::kTextSize];
         ZORUuid().UUID_to_chaine(text);
         ZORUnicodeString identifier(text);
@@ -21,7 +21,7 @@ ZORUnicodeString ZORDuxServices::GetIdentifier()
 _SEQUENCE_octet ZORDuxServices::GetOctetIdentifier()
 {
     MethodFrame frame("ZORDuxServices::GetOctetIdentifier");
-    return frame.Guard(ErrorReport::Short, [] {
+    return Guarded(ErrorReport::Short, [] {
         char text[ZORUuid::kTextSize];
         ZORUuid().UUID_to_chaine(text);
         const int length = static_cast<int>(std::strlen(text));

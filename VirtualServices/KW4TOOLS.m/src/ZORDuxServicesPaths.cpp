@@ -61,11 +61,10 @@ ZORUnicodeString Expand(MethodFrame& ioFrame, ZORDuxServices& ioServices,
     return path;
 }
 
-ZORUnicodeString Found(MethodFrame& ioFrame, const char* iLabel, const ZORUnicodeString& iPath)
+void TellFound(MethodFrame& ioFrame, const char* iLabel, const ZORUnicodeString& iPath)
 {
     ioFrame.Note("File is found");
     ioFrame.Value(iLabel, iPath);
-    return iPath;
 }
 
 } // namespace
@@ -107,7 +106,7 @@ ZORUnicodeString ZORDuxServices::SearchPath(const ZORUnicodeString& iFileName)
 {
     MethodFrame frame("ZORDuxServices::SearchPath");
     frame.Value("iFileName", iFileName);
-    return frame.Guard(ErrorReport::Short, [&]() -> ZORUnicodeString {
+    return Guarded(ErrorReport::Short, [&]() -> ZORUnicodeString {
         const SplitName name = Split(frame, iFileName);
         frame.Value("RelativeName", name.base);
 
@@ -116,20 +115,26 @@ ZORUnicodeString ZORDuxServices::SearchPath(const ZORUnicodeString& iFileName)
         if (!searchPath.IsEmpty()) {
             const ZORUnicodeString path =
                 Expand(frame, *this, SeekPath(searchPath), _TheSettingSeparator);
-            const ZORUnicodeString found = SeekFile(name.base, path);
-            if (found.GetLengthInChar() > name.base.GetLengthInChar())
-                return Found(frame, "GoodPath", found);
+            ZORUnicodeString found = SeekFile(name.base, path);
+            if (found.GetLengthInChar() > name.base.GetLengthInChar()) {
+                TellFound(frame, "GoodPath", found);
+                return found;
+            }
         }
 
         frame.Note("Analyze argument PATH : Begin");
         ZORUnicodeString found = SeekFile(name.base, name.directory);
         // Not shorter is enough here: a name that ends in "/" counts as found even when nothing is.
-        if (found.GetLengthInChar() >= name.base.GetLengthInChar())
-            return Found(frame, "GoodPath", found);
+        if (found.GetLengthInChar() >= name.base.GetLengthInChar()) {
+            TellFound(frame, "GoodPath", found);
+            return found;
+        }
 
         frame.Note("Analyze in Local Directory : Begin");
-        if (Exists(name.base.ConvertToChar()))
-            return Found(frame, "RelativeName", name.base);
+        if (Exists(name.base.ConvertToChar())) {
+            TellFound(frame, "RelativeName", name.base);
+            return name.base;
+        }
         frame.Note("File not found");
         return found;
     });
@@ -154,7 +159,7 @@ ZORUnicodeString ZORDuxServices::SeekEnv(const ZORUnicodeString& iPath)
 {
     MethodFrame frame("ZORDuxServices::SeekEnv");
     frame.Value("iPath", iPath);
-    return frame.Guard(ErrorReport::Short, [&] {
+    return Guarded(ErrorReport::Short, [&] {
         ZORUnicodeString path = iPath;
         ExpandVariable(frame, path);
         frame.Value("Path", path);

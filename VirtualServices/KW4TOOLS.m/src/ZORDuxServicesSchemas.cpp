@@ -10,8 +10,8 @@ void ZORDuxServices::LoadSchema(const ZORUnicodeString& iSchemaName)
 {
     MethodFrame frame("ZORDuxServices::LoadSchema");
     frame.Value("iSchemaName", iSchemaName);
-    frame.Guard(ErrorReport::Short,
-                [&] { ZORLoadExternalSchema(iSchemaName.ConvertToChar(), nullptr); });
+    Guarded(ErrorReport::Short,
+            [&] { ZORLoadExternalSchema(iSchemaName.ConvertToChar(), nullptr); });
 }
 
 ZORIContainer_var ZORDuxServices::CreateSimpleContainer(const ZORUnicodeString& iModelType,
@@ -21,7 +21,7 @@ ZORIContainer_var ZORDuxServices::CreateSimpleContainer(const ZORUnicodeString& 
     MethodFrame frame("ZORDuxServices::CreateSimpleContainer");
     frame.Value("iModelType", iModelType);
     frame.Value("iTheSchemaName", iTheSchemaName);
-    return frame.Guard(ErrorReport::Long, [&] {
+    return Guarded(ErrorReport::Long, [&] {
         const auto object =
             ZORBaseUnknown_var::Adopt(new ZORDuxModel(iModelType.ConvertToChar(), iTheSchemaName));
         const ZORIDuxModel_var model(object.Get());

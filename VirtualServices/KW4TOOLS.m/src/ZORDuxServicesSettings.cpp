@@ -80,7 +80,7 @@ ZORUnicodeString ZORDuxServices::GetSetting(const ZORUnicodeString& iVariableNam
     MethodFrame frame("ZORDuxServices::GetSetting");
     frame.Value("iVariableName", iVariableName);
     frame.Value("iFileName", iFileName);
-    return frame.Guard(ErrorReport::Long, [&] {
+    return Guarded(ErrorReport::Long, [&] {
         if (iFileName.IsEmpty()) {
             frame.Note("FileName is NULL");
             RaiseArgumentError(kFileNameEmpty);
@@ -107,7 +107,7 @@ void ZORDuxServices::PutSetting(const ZORUnicodeString& iSettingName,
     frame.Value("iSettingName", iSettingName);
     frame.Value("iSettingValue", iSettingValue);
     frame.Value("iFileName", iFileName);
-    frame.Guard(ErrorReport::Short, [&] {
+    Guarded(ErrorReport::Short, [&] {
         if (iFileName.IsEmpty()) {
             frame.Note("FileName is NULL");
             RaiseArgumentError(kFileNameEmpty);
@@ -127,7 +127,7 @@ void ZORDuxServices::RemoveSetting(const ZORUnicodeString& iSettingName,
     MethodFrame frame("ZORDuxServices::RemoveSetting");
     frame.Value("iSettingName", iSettingName);
     frame.Value("iFileName", iFileName);
-    frame.Guard(ErrorReport::Short, [&] {
+    Guarded(ErrorReport::Short, [&] {
         if (iFileName.IsEmpty())
             RaiseArgumentError(kFileNameEmpty);
         const Repository repository = Open(iFileName);
@@ -148,7 +148,7 @@ ZORListValZORUnicodeString ZORDuxServices::ListOfSettingVariables(const ZORUnico
     constexpr int kFileNameEmpty = 528;
     MethodFrame frame("ZORDuxServices::ListOfSettingVariables");
     frame.Value("iFileName", iFileName);
-    return frame.Guard(ErrorReport::Short, [&] {
+    return Guarded(ErrorReport::Short, [&] {
         if (iFileName.IsEmpty()) {
             frame.Note("FileName is NULL");
             RaiseArgumentError(kFileNameEmpty);
