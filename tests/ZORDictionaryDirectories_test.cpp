@@ -3,6 +3,7 @@
 #include "CapturedOutput.h"
 #include "ScopedDirectory.h"
 #include "ScopedEnvironment.h"
+#include "SupportedClasses.h"
 #include "ZORIDuxMaskEditor.h"
 #include "ZORIDuxSecurity.h"
 #include "ZORObject.h"
@@ -60,15 +61,6 @@ bool CompanionIsLoaded()
     if (library)
         dlclose(library);
     return library != nullptr;
-}
-
-std::vector<std::string> Supported(const char* iInterface)
-{
-    std::vector<std::string> names;
-    for (const ZORSupportedClass* each = ZORMetaClass::ListOfSupportedClass(iInterface); each;
-         each = each->next)
-        names.emplace_back(each->className);
-    return names;
 }
 
 // What the query for the interface raises: its text, or nothing when it raises nothing.

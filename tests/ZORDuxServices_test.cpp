@@ -5,6 +5,7 @@
 #include "LifeCycleObject.h"
 #include "RaisedBy.h"
 #include "SettingsSite.h"
+#include "SupportedClasses.h"
 #include "TraceLines.h"
 #include "VirtualTable.h"
 #include "ZORDictionary.h"
@@ -20,15 +21,6 @@ namespace
 {
 
 using ::testing::ElementsAre;
-
-std::vector<std::string> Supported(const char* iInterface)
-{
-    std::vector<std::string> names;
-    for (const ZORSupportedClass* each = ZORMetaClass::ListOfSupportedClass(iInterface); each;
-         each = each->next)
-        names.emplace_back(each->className);
-    return names;
-}
 
 // The entries of the table after those that every component has.
 std::vector<std::string> OwnEntries(const ZORBaseUnknown& iObject, std::size_t iCount)

@@ -1,5 +1,6 @@
 #include "ZORMetaClass.h"
 
+#include "SupportedClasses.h"
 #include "ZORDictionary.h"
 
 #include <gmock/gmock.h>
@@ -11,15 +12,6 @@
 
 namespace
 {
-
-std::vector<std::string> Supported(const char* iInterface)
-{
-    std::vector<std::string> names;
-    for (const ZORSupportedClass* each = ZORMetaClass::ListOfSupportedClass(iInterface); each;
-         each = each->next)
-        names.emplace_back(each->className);
-    return names;
-}
 
 ZORBaseUnknown* CreateNothing(ZORBaseUnknown*)
 {
