@@ -493,6 +493,18 @@ TEST(ZORDuxTrace, StateIsZeroUntilTheFirstTraceAndCountsFromThen)
                           "1 -1 0 -1 1 1 1 0 0 1 3\n");
 }
 
+TEST(ZORDuxTrace, AFlagThatAProgramSetBeforehandStays)
+{
+    const auto flagged = [] {
+        _gPrintLevelFlag = _gTraceFunction = _gAixterm = 1;
+        const Named first("a");
+        Print(State());
+    };
+    EXPECT_EQ(Traced(flagged).output, "1 -1 0 -1 1 1 1 0 0 1 1\n");
+    EXPECT_EQ(Traced(flagged, {{"TERM", "xterm"}}).output, "1 -1 0 -1 1 0 1 0 0 1 1\n")
+        << "the terminal decides on colours";
+}
+
 TEST(ZORDuxTrace, ReadsTheEnvironmentOnce)
 {
     const ScopedDirectory directory;

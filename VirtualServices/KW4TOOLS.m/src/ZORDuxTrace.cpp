@@ -108,8 +108,10 @@ void ZORDuxTrace::Initialise()
     _gInit = 1;
     _gLevel = -1;
     TraceStackHead = -1;
-    _gTraceFunction = IsSet("DUX_TRACE_DEBUG");
-    _gPrintLevelFlag = IsSet("DUX_TRACE_LEVEL");
+    if (IsSet("DUX_TRACE_DEBUG"))
+        _gTraceFunction = 1;
+    if (IsSet("DUX_TRACE_LEVEL"))
+        _gPrintLevelFlag = 1;
     if (const char* const terminal = ZORGetEnv("TERM"))
         _gAixterm = std::strcmp(terminal, "aixterm") == 0 && IsSet("DUX_TRACE_COLOR");
     if (const char* const report = ZORGetEnv("DUX_TRACE_REPORT"))
