@@ -644,6 +644,30 @@ TEST(ZORDuxTrace, EveryFinishedLineIsThereHoweverTheProcessEnds)
     }
 }
 
+TEST(ZORDuxTrace, WhatIsLeftOfALineInTheReportIsWrittenWhenItIsClosedOrTheProcessExits)
+{
+    static ZORDuxTrace* kept = nullptr; // to the end, within reach
+    for (const bool exits : {false, true}) {
+        const ScopedDirectory directory;
+        Traced(
+            [&] {
+                char name[] = "Channel";
+                kept = new ZORDuxTrace(name, nullptr, nullptr, 2);
+                *_gReport << "a module's own line\nin the "
+                          << "making";
+                if (exits)
+                    return;
+                delete kept;
+                _exit(0);
+            },
+            {{"DUX_TRACE_REPORT", directory / "report"}});
+        EXPECT_EQ(
+            directory.Read("report"),
+            std::string("_DUX Trace            :Channel\na module's own line\nin the making") +
+                (exits ? "" : "Total trace number = 1\n"));
+    }
+}
+
 TEST(ZORDuxTrace, GoesOnWhenTheDiskIsFullAndWritesLinesAfterThat)
 {
     const ScopedDirectory directory;
