@@ -15,6 +15,7 @@
 #include <fstream>
 #include <functional>
 #include <limits>
+#include <locale>
 #include <map>
 #include <memory>
 #include <string>
@@ -576,6 +577,23 @@ TEST(ZORDuxTrace, TheReportHasTheHeaderWithItsColours)
     EXPECT_EQ(directory.Read("report"), "_DUX Trace            :Channel\n"
                                         "\033[36mChannel         \033[37m  : Block\n"
                                         "Total trace number = 1\n");
+}
+
+TEST(ZORDuxTrace, TheReportIsTheSameInEveryLocale)
+{
+    struct Grouped : std::numpunct<char> {
+        char do_thousands_sep() const override { return '.'; }
+        std::string do_grouping() const override { return "\3"; }
+    };
+    const ScopedDirectory directory;
+    Traced(
+        [] {
+            std::locale::global(std::locale(std::locale::classic(), new Grouped));
+            _gTraceTotalNumber = 1'233'999;
+            const Named named("Channel");
+        },
+        {{"DUX_TRACE_REPORT", directory / "report"}});
+    EXPECT_THAT(directory.Read("report"), HasSubstr("Total trace number = 1234000\n"));
 }
 
 TEST(ZORDuxTrace, AReportThatCannotBeOpenedIsToldAndTracingGoesOn)
