@@ -686,6 +686,23 @@ TEST(ZORDuxTrace, WhatIsLeftOfALineInTheReportIsWrittenWhenItIsClosedOrTheProces
     }
 }
 
+TEST(ZORDuxTrace, AStaticTraceEndsTheReportWhenTheProcessExits)
+{
+    const ScopedDirectory directory;
+    const ChildEnd end = Traced(
+        [] {
+            static Named named("Channel");
+            static const ZORDuxTraceStep step(&named.trace, "Block");
+            named.trace << "unfinished";
+        },
+        {{"DUX_TRACE_REPORT", directory / "report"}});
+    EXPECT_EQ(directory.Read("report"), "_DUX Trace            :Channel\n"
+                                        "Channel           : Block\n"
+                                        "Total trace number = 1\n");
+    EXPECT_THAT(end.error, HasSubstr(kName + ": unfinished}\n"));
+    EXPECT_EQ(end.status, 0);
+}
+
 TEST(ZORDuxTrace, GoesOnWhenTheDiskIsFullAndWritesLinesAfterThat)
 {
     const ScopedDirectory directory;
