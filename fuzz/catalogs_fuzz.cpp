@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <cstdlib>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace
@@ -31,10 +32,10 @@ std::vector<std::string> PlacesAsParameters()
 void Build(const std::string& iText)
 {
     static const std::vector<std::string> asPlaces = PlacesAsParameters();
-    Require(FillPlaces(iText, asPlaces) == FillPlaces(iText, {}));
+    Require(FillPlaces(iText, {asPlaces.begin(), asPlaces.end()}) == FillPlaces(iText, {}));
     for (const int place : PlacesIn(iText)) {
         Require(place >= 1 && place <= 99);
-        const std::vector<std::string> empty(static_cast<std::size_t>(place));
+        const std::vector<std::string_view> empty(static_cast<std::size_t>(place));
         Require(FillPlaces(iText, empty).size() < iText.size());
     }
 }

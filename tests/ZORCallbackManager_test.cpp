@@ -1,6 +1,7 @@
 #include "ZORCallbackManager.h"
 
 #include "CountedAllocations.h"
+#include "ReceivedEvent.h"
 #include "ZORHandle.h"
 #include "ZORInternalError.h"
 #include "ZORNotification.h"
@@ -78,25 +79,11 @@ private:
 
 int Subscriber::alive = 0;
 
-struct Received {
-    ZORBaseUnknown* sender = nullptr;
-    std::string event;
-    ZORNotification* notification = nullptr;
-    int calls = 0;
-};
-
-void Receive(ZORBaseUnknown* iSender, const char* iEvent, ZORNotification* iNotification,
-             void* iData)
-{
-    auto& received = *static_cast<Received*>(iData);
-    received = {iSender, iEvent, iNotification, received.calls + 1};
-}
-
 } // namespace
 
 TEST_F(ZORCallbackManagerTest, CallsWhatIsRegisteredUntilItIsRemoved)
 {
-    Received received;
+    ReceivedEvent received;
     const ZORCallback callback = manager->AddCallback("PartOpened", Receive, &received);
     manager->DispatchCallbacks("PartOpened", nullptr, nullptr);
     EXPECT_EQ(received.calls, 1);
@@ -107,7 +94,7 @@ TEST_F(ZORCallbackManagerTest, CallsWhatIsRegisteredUntilItIsRemoved)
 
 TEST_F(ZORCallbackManagerTest, HandsSenderEventNotificationAndDataToTheCallback)
 {
-    Received received;
+    ReceivedEvent received;
     manager->AddCallback("PartOpened", Receive, &received);
     const ZORBaseUnknown_var sender = new ZORBaseUnknown;
     ZORNotification notification;
@@ -122,7 +109,7 @@ TEST_F(ZORCallbackManagerTest, HandsNullSenderAndNotificationOn)
 {
     ZORBaseUnknown something;
     ZORNotification notification;
-    Received received{&something, "", &notification, 0};
+    ReceivedEvent received{&something, "", &notification, 0};
     manager->AddCallback("event", Receive, &received);
     Dispatch();
     EXPECT_EQ(received.sender, nullptr);
@@ -131,7 +118,7 @@ TEST_F(ZORCallbackManagerTest, HandsNullSenderAndNotificationOn)
 
 TEST_F(ZORCallbackManagerTest, LeavesTheCountsOfSenderNotificationAndSubscriberAsTheyWere)
 {
-    Received received;
+    ReceivedEvent received;
     ZORBaseUnknown sender;
     ZORBaseUnknown subscriber;
     ZORNotification notification;
@@ -192,7 +179,7 @@ TEST_F(ZORCallbackManagerTest, CountsTheCallbacksOfAnEvent)
 
 TEST_F(ZORCallbackManagerTest, RegisteringTwiceGivesTwoCallbacks)
 {
-    Received received;
+    ReceivedEvent received;
     const ZORCallback first = manager->AddCallback("event", Receive, &received);
     const ZORCallback second = manager->AddCallback("event", Receive, &received);
     EXPECT_NE(first, second);
@@ -361,7 +348,7 @@ TEST_F(ZORCallbackManagerTest, SubscriberThatDropsItsLastReferenceDiesWhenItsCal
 
 TEST_F(ZORCallbackManagerTest, SenderLivesUntilTheDispatchEnds)
 {
-    Received received;
+    ReceivedEvent received;
     auto* const sender = new Subscriber(manager.get());
     Add("first", [&] { sender->Release(); });
     Add("second", [] { EXPECT_EQ(Subscriber::alive, 1); });
@@ -453,7 +440,7 @@ TEST_F(ZORCallbackManagerTest, WorksOnAfterAnError)
 TEST_F(ZORCallbackManagerTest, TheNameThatCallbacksGetOutlivesTheSendersText)
 {
     auto name = std::make_unique<std::string>("a name that is too long to lie inside a string");
-    Received received;
+    ReceivedEvent received;
     Add(
         "frees", [&] { name.reset(); }, name->c_str());
     manager->AddCallback(name->c_str(), Receive, &received);
@@ -465,7 +452,7 @@ TEST_F(ZORCallbackManagerTest, TheNameThatCallbacksGetOutlivesTheSendersText)
 TEST_F(ZORCallbackManagerTest, HoldsThousandsAndForgetsThem)
 {
     constexpr int kMany = 20000;
-    Received received;
+    ReceivedEvent received;
     std::vector<ZORCallback> callbacks;
     for (int i = 0; i < kMany; ++i)
         callbacks.push_back(manager->AddCallback("event", Receive, &received));
@@ -496,7 +483,7 @@ TEST_F(ZORCallbackManagerTest, ThousandsOfSubscribersDieInOneDispatch)
 
 TEST_F(ZORCallbackManagerTest, WhatIsAddedAndRemovedInALongDispatchLeavesNothingBehind)
 {
-    Received received;
+    ReceivedEvent received;
     const auto addAndRemove = [&](int times) {
         for (int i = 0; i < times; ++i)
             manager->RemoveCallback(manager->AddCallback("event", Receive, &received));
@@ -514,7 +501,7 @@ TEST_F(ZORCallbackManagerTest, WhatIsAddedAndRemovedInALongDispatchLeavesNothing
 
 TEST_F(ZORCallbackManagerTest, LackOfMemoryOnAddingChangesNothing)
 {
-    Received received;
+    ReceivedEvent received;
     ZORBaseUnknown subscriber;
     ZORCallback callback = 0;
     for (long granted = 0; callback == 0; ++granted) {

@@ -2,15 +2,17 @@
 
 #include "CapturedOutput.h"
 #include "CatalogSite.h"
+#include "CountedAllocations.h"
+#include "RaisedBy.h"
 #include "VirtualTable.h"
-#include "ZORHandle.h"
 #include "ZORMetaClass.h"
-#include "ZORRaisedError.h"
+#include "ZORMsgError.h"
 #include "ZORXHContext.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <new>
 #include <string>
 #include <unistd.h>
 
@@ -161,6 +163,41 @@ TEST(ZORDUXNLSError, AnErrorOnTheWayBecomesTheTextAndIsToldOnce)
                          "[0-9]+\n"));
     }
     EXPECT_EQ(ZORXHContext::GetDepth(), 0);
+}
+
+TEST(ZORDUXNLSError, WhatIsRaisedOnTheWayAndIsNoErrorGoesOn)
+{
+    const CatalogSite site;
+    ZORDUXNLSError error;
+    ZORMsgError::MetaObject()->SetParent(ZORBaseUnknown::MetaObject());
+    const CapturedOutput output(STDOUT_FILENO);
+    const CapturedOutput history(STDERR_FILENO);
+    const ZORHandle<ZORError> raised =
+        RaisedBy([&] { error.SetNLSMsg("Nobody", "A", 0, nullptr); });
+    EXPECT_STREQ(raised->IsA(), "ZORMsgError");
+    EXPECT_STREQ(raised->GetFile(), "Platform/Catalogs.m/src/ZORMsgCatalog");
+    EXPECT_EQ(error.GetMessage(), "");
+    EXPECT_EQ(output.Text() + history.Text(), "");
+    EXPECT_EQ(ZORXHContext::GetDepth(), 0);
+}
+
+TEST(ZORDUXNLSError, SaysSoWhenThereIsNoMemoryForACatalogsNames)
+{
+    const CatalogSite site;
+    site.Write("Site", "A = 'a text as long as the one that says that there is no memory'\n");
+    for (long granted = 0;; ++granted) {
+        ASSERT_LT(granted, 100);
+        ZORDUXNLSError error;
+        error.SetNLSMsg("Site", "A", 0, nullptr); // leaves room for a text
+        try {
+            const ScopedMemoryShortage shortage(granted);
+            error.SetNLSMsg("Site", "A", 0, nullptr);
+        } catch (const std::bad_alloc&) { // met behind the catalog
+            EXPECT_GT(granted, 0);
+            break;
+        }
+        EXPECT_EQ(error.GetMessage(), "ZORDUXNLSError::SetNLSMsg - Internal error");
+    }
 }
 
 TEST(ZORDUXNLSError, ALaterTextReplacesAnEarlierOne)

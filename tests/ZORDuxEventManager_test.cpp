@@ -1,6 +1,8 @@
 #include "ZORDuxEventManager.h"
 
+#include "CountedAllocations.h"
 #include "RaisedBy.h"
+#include "ReceivedEvent.h"
 #include "VirtualTable.h"
 #include "ZORCallbackManager.h"
 #include "ZORDuxNotification.h"
@@ -9,26 +11,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <string>
 #include <thread>
 #include <vector>
 
 namespace
 {
-
-struct Received {
-    ZORBaseUnknown* sender = nullptr;
-    std::string event;
-    ZORNotification* notification = nullptr;
-    int calls = 0;
-};
-
-void Receive(ZORBaseUnknown* iSender, const char* iEvent, ZORNotification* iNotification,
-             void* iData)
-{
-    auto& received = *static_cast<Received*>(iData);
-    received = {iSender, iEvent, iNotification, received.calls + 1};
-}
 
 void RaiseError(ZORBaseUnknown*, const char*, ZORNotification*, void* iData)
 {
@@ -39,7 +26,7 @@ void RaiseError(ZORBaseUnknown*, const char*, ZORNotification*, void* iData)
 
 TEST(ZORDuxEventManager, CallsWhatOtherModulesRegistered)
 {
-    Received received;
+    ReceivedEvent received;
     ZORDuxEventManager* const manager = ZORDuxEventManager::GetEventManager();
     const ZORCallback callback =
         manager->GetCallbackManager()->AddCallback("PartOpened", Receive, &received);
@@ -76,7 +63,7 @@ TEST(ZORDuxEventManager, IsOneForThreadsThatComeFirstAtOnce)
 
 TEST(ZORDuxEventManager, DispatchOfAnEventNobodyWantsDoesNothing)
 {
-    Received received;
+    ReceivedEvent received;
     ZORDuxEventManager manager;
     manager.GetCallbackManager()->AddCallback("event", Receive, &received);
     manager.Dispatch("another", nullptr);
@@ -88,7 +75,7 @@ TEST(ZORDuxEventManager, DispatchOfAnEventNobodyWantsDoesNothing)
 
 TEST(ZORDuxEventManager, GivesItselfAsTheSender)
 {
-    Received received;
+    ReceivedEvent received;
     ZORDuxEventManager manager;
     EXPECT_EQ(manager.GetCallbackManager(), manager.GetCallbackManager());
     manager.GetCallbackManager()->AddCallback("event", Receive, &received);
@@ -99,13 +86,24 @@ TEST(ZORDuxEventManager, GivesItselfAsTheSender)
 
 TEST(ZORDuxEventManager, TheFirstErrorReachesTheSender)
 {
-    Received received;
+    ReceivedEvent received;
     ZORDuxEventManager manager;
     auto* const error = new ZORInternalError(1);
     manager.GetCallbackManager()->AddCallback("event", RaiseError, error);
     manager.GetCallbackManager()->AddCallback("event", Receive, &received);
     EXPECT_EQ(RaisedBy([&] { manager.Dispatch("event", nullptr); }).Get(), error);
     EXPECT_EQ(received.calls, 1);
+}
+
+TEST(ZORDuxEventManager, DispatchesNothingWhenThereWasNoMemoryForItsCallbacks)
+{
+    const auto manager = [] {
+        const ScopedMemoryShortage shortage;
+        return ZORHandle<ZORDuxEventManager>::Adopt(new ZORDuxEventManager);
+    }();
+    ASSERT_TRUE(manager);
+    EXPECT_EQ(manager->GetCallbackManager(), nullptr);
+    manager->Dispatch("event", nullptr);
 }
 
 TEST(ZORDuxEventManager, HasTheClassOfItsBase)

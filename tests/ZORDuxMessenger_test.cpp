@@ -217,8 +217,7 @@ TEST_F(ZORDuxMessengerTest, TakesTwoTextsAsTheyAre)
     EXPECT_EQ(Long(messenger), "long");
 }
 
-// Seen through LoadMessage after a Reset that never came: only Set with a tag asks a catalog again.
-TEST_F(ZORDuxMessengerTest, TwoTextsLeaveTagAndParametersAndOpenNoCatalog)
+TEST_F(ZORDuxMessengerTest, TwoTextsOpenNoCatalogThoughThereIsATag)
 {
     messenger.Set("CDA_W_0001");
     messenger.Add("plate");

@@ -15,6 +15,7 @@
 #include <fstream>
 #include <functional>
 #include <limits>
+#include <locale>
 #include <map>
 #include <memory>
 #include <string>
@@ -493,6 +494,18 @@ TEST(ZORDuxTrace, StateIsZeroUntilTheFirstTraceAndCountsFromThen)
                           "1 -1 0 -1 1 1 1 0 0 1 3\n");
 }
 
+TEST(ZORDuxTrace, AFlagThatAProgramSetBeforehandStays)
+{
+    const auto flagged = [] {
+        _gPrintLevelFlag = _gTraceFunction = _gAixterm = 1;
+        const Named first("a");
+        Print(State());
+    };
+    EXPECT_EQ(Traced(flagged).output, "1 -1 0 -1 1 1 1 0 0 1 1\n");
+    EXPECT_EQ(Traced(flagged, {{"TERM", "xterm"}}).output, "1 -1 0 -1 1 0 1 0 0 1 1\n")
+        << "the terminal decides on colours";
+}
+
 TEST(ZORDuxTrace, ReadsTheEnvironmentOnce)
 {
     const ScopedDirectory directory;
@@ -566,6 +579,23 @@ TEST(ZORDuxTrace, TheReportHasTheHeaderWithItsColours)
                                         "Total trace number = 1\n");
 }
 
+TEST(ZORDuxTrace, TheReportIsTheSameInEveryLocale)
+{
+    struct Grouped : std::numpunct<char> {
+        char do_thousands_sep() const override { return '.'; }
+        std::string do_grouping() const override { return "\3"; }
+    };
+    const ScopedDirectory directory;
+    Traced(
+        [] {
+            std::locale::global(std::locale(std::locale::classic(), new Grouped));
+            _gTraceTotalNumber = 1'233'999;
+            const Named named("Channel");
+        },
+        {{"DUX_TRACE_REPORT", directory / "report"}});
+    EXPECT_THAT(directory.Read("report"), HasSubstr("Total trace number = 1234000\n"));
+}
+
 TEST(ZORDuxTrace, AReportThatCannotBeOpenedIsToldAndTracingGoesOn)
 {
     for (const std::string path : {"/nowhere/report", "", "/"}) {
@@ -630,6 +660,47 @@ TEST(ZORDuxTrace, EveryFinishedLineIsThereHoweverTheProcessEnds)
                                             "Channel           : Block\n"
                                             "a module's own line\n");
     }
+}
+
+TEST(ZORDuxTrace, WhatIsLeftOfALineInTheReportIsWrittenWhenItIsClosedOrTheProcessExits)
+{
+    static ZORDuxTrace* kept = nullptr; // to the end, within reach
+    for (const bool exits : {false, true}) {
+        const ScopedDirectory directory;
+        Traced(
+            [&] {
+                char name[] = "Channel";
+                kept = new ZORDuxTrace(name, nullptr, nullptr, 2);
+                *_gReport << "a module's own line\nin the "
+                          << "making";
+                if (exits)
+                    return;
+                delete kept;
+                _exit(0);
+            },
+            {{"DUX_TRACE_REPORT", directory / "report"}});
+        EXPECT_EQ(
+            directory.Read("report"),
+            std::string("_DUX Trace            :Channel\na module's own line\nin the making") +
+                (exits ? "" : "Total trace number = 1\n"));
+    }
+}
+
+TEST(ZORDuxTrace, AStaticTraceEndsTheReportWhenTheProcessExits)
+{
+    const ScopedDirectory directory;
+    const ChildEnd end = Traced(
+        [] {
+            static Named named("Channel");
+            static const ZORDuxTraceStep step(&named.trace, "Block");
+            named.trace << "unfinished";
+        },
+        {{"DUX_TRACE_REPORT", directory / "report"}});
+    EXPECT_EQ(directory.Read("report"), "_DUX Trace            :Channel\n"
+                                        "Channel           : Block\n"
+                                        "Total trace number = 1\n");
+    EXPECT_THAT(end.error, HasSubstr(kName + ": unfinished}\n"));
+    EXPECT_EQ(end.status, 0);
 }
 
 TEST(ZORDuxTrace, GoesOnWhenTheDiskIsFullAndWritesLinesAfterThat)

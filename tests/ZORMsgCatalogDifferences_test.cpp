@@ -55,6 +55,14 @@ TEST(ZORMsgCatalogDifferences, ATerritoryNeedNotRepeatItsLanguage)
                 ElementsAre("B is missing in de_AT", "B has no place {1} in fr_CA.UTF-8"));
 }
 
+TEST(ZORMsgCatalogDifferences, ADirectoryThatNoLocaleHasIsLeftOut)
+{
+    const CatalogSite site;
+    site.Write("Site", "A = 'a'\n");
+    site.Write(".old/Site", "A = '{1}'\nB = 'b'\n");
+    EXPECT_THAT(ZORMsgCatalogDifferences("Site"), IsEmpty());
+}
+
 TEST(ZORMsgCatalogDifferences, TakesDirectoriesTogetherEarlierOnesFirst)
 {
     const CatalogSite first;
@@ -84,10 +92,12 @@ TEST(ZORMsgCatalogDifferences, RaisesWhatKeepsItFromComparing)
             RaisedBy([&] { ZORMsgCatalogDifferences(name); })->GetMessage(0).ConvertToChar());
     };
     EXPECT_EQ(failure("Nobody"), "message catalog Nobody: not found");
+    site.Write("", "A = 'a'\n");
     EXPECT_EQ(failure(""), "message catalog : not found");
-    EXPECT_EQ(failure("fr/Site"), "message catalog fr/Site: not found");
     site.Write("Site", "A = 'a'\n");
     const std::string damaged = site.Write("fr/Site", "A\n");
+    EXPECT_EQ(failure("fr/Site"), "message catalog fr/Site: not found");
+    EXPECT_EQ(failure("../fr/Site"), "message catalog ../fr/Site: not found");
     EXPECT_THAT(failure("Site"), HasSubstr(damaged + ": line 1"));
     std::filesystem::remove(damaged);
     ASSERT_EQ(mkfifo(damaged.c_str(), 0600), 0);

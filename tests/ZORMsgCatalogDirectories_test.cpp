@@ -36,8 +36,9 @@ TEST(ZORMsgCatalogDirectories, ListsTheCatalogsForAllAndOfEachLocale)
 {
     const ScopedDirectory directory;
     const ScopedEnvironment path("ZOR_CATALOG_PATH", directory.Path().string());
-    for (const char* name : {"Site.toml", "Other.toml", "fr/Site.toml", "fr_CA/Site.toml",
-                             "fr/remarks.txt", "remarks", "fr/deeper/Lost.toml"})
+    for (const char* name :
+         {"Site.toml", "Other.toml", "fr/Site.toml", "fr_CA/Site.toml", "fr/remarks.txt", "remarks",
+          "fr/deeper/Lost.toml", ".old/Site.toml", ".toml"})
         directory.Write(name, "");
     std::filesystem::create_directory(directory / "Directory.toml");
     std::filesystem::create_symlink("Site.toml", directory / "Link.toml");

@@ -106,10 +106,10 @@ TEST(ZORMsgCatalog, AKeyIsThePathToAText)
 TEST(ZORMsgCatalog, AMissingKeyIsAnErrorThatNamesCatalogAndKey)
 {
     const CatalogSite site;
-    site.Write("Site",
-               "[A]\nShort = 'text'\nNumber = 1\nList = ['a']\n[[Tables]]\nShort = 'text'\n");
+    site.Write("Site", "[A]\nShort = 'text'\nNumber = 1\nList = ['a']\nCut = \"a\\u0000b\"\n"
+                       "[[Tables]]\nShort = 'text'\n");
     for (const char* key : {"B.Short", "A", "A.short", "A.Short.", ".A.Short", "", "A.Number",
-                            "A.List", "Tables.Short", "Short"})
+                            "A.List", "A.Cut", "Tables.Short", "Short"})
         EXPECT_EQ(Failure("Site", key),
                   std::string("message catalog Site: there is no text for ") + key);
 }

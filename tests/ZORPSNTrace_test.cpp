@@ -1,6 +1,7 @@
 #include "ZORPSNTrace.h"
 
 #include "CapturedOutput.h"
+#include "RunProgram.h"
 #include "ScopedDirectory.h"
 #include "TraceLines.h"
 #include "ZORString.h"
@@ -142,6 +143,15 @@ TEST(ZORPSNTrace, SendsALineWholeAndOnlyWithOut)
     trace.Out();
     trace.Out();
     EXPECT_THAT(lines.Taken(), ElementsAre("one 2 3.5"));
+}
+
+TEST(ZORPSNTrace, TakesAnEmptyTextThatIsNowhere)
+{
+    TraceLines lines;
+    ZORPSNTrace trace("Method", 42, nullptr);
+    trace.GetLigne().GetStream() << std::string_view() << "text" << std::string_view() << std::endl;
+    trace.Out();
+    EXPECT_THAT(lines.Taken(), ElementsAre("text"));
 }
 
 TEST(ZORPSNTrace, TakesLinesOfAnyLength)
@@ -308,16 +318,18 @@ TEST(ZORPSNTrace, LinesOfSeveralThreadsDoNotMix)
 namespace
 {
 
-std::string RunAgain(const std::string& iEnvironment, const std::string& iTest = "WritesALine")
+using Variables = std::map<std::string, std::optional<std::string>>;
+
+// What the run writes to standard error.
+std::string RunAgain(const Variables& iVariables, const std::string& iTest = "WritesALine")
 {
-    const std::string program = std::filesystem::read_symlink("/proc/self/exe").string();
-    const CapturedOutput output(STDERR_FILENO);
-    const std::string command = iEnvironment + " '" + program +
-                                "' --gtest_also_run_disabled_tests "
-                                "--gtest_filter=*.DISABLED_" +
-                                iTest + " >/dev/null";
-    EXPECT_EQ(std::system(command.c_str()), 0);
-    return output.Text();
+    RunProgram program(std::filesystem::read_symlink("/proc/self/exe").string());
+    for (const auto& [name, value] : iVariables)
+        program.Environment(name, value);
+    const RunProgram::Outcome end =
+        program({"--gtest_also_run_disabled_tests", "--gtest_filter=*.DISABLED_" + iTest});
+    EXPECT_EQ(end.status, 0);
+    return end.err;
 }
 
 } // namespace
@@ -340,43 +352,44 @@ TEST(ZORPSNTraceEnvironment, DISABLED_WritesALineAtExit)
 
 TEST(ZORPSNTraceEnvironment, StaticObjectsMayTraceWhileTheProgramEnds)
 {
-    EXPECT_EQ(RunAgain("ZOR_PSN_TRACE=42", "WritesALineAtExit"), "before\nat exit\n");
+    EXPECT_EQ(RunAgain({{"ZOR_PSN_TRACE", "42"}}, "WritesALineAtExit"), "before\nat exit\n");
 }
 
 TEST(ZORPSNTraceEnvironment, TurnsScopesOnByLevel)
 {
-    EXPECT_EQ(RunAgain("ZOR_PSN_TRACE=42"), "a line\n");
-    EXPECT_EQ(RunAgain("ZOR_PSN_TRACE=100"), "a line\n");
-    EXPECT_EQ(RunAgain("ZOR_PSN_TRACE=41"), "");
-    EXPECT_EQ(RunAgain("ZOR_PSN_TRACE=-1"), "");
-    EXPECT_EQ(RunAgain("ZOR_PSN_TRACE="), "");
-    EXPECT_EQ(RunAgain("env -u ZOR_PSN_TRACE"), "");
+    EXPECT_EQ(RunAgain({{"ZOR_PSN_TRACE", "42"}}), "a line\n");
+    EXPECT_EQ(RunAgain({{"ZOR_PSN_TRACE", "100"}}), "a line\n");
+    EXPECT_EQ(RunAgain({{"ZOR_PSN_TRACE", "41"}}), "");
+    EXPECT_EQ(RunAgain({{"ZOR_PSN_TRACE", "-1"}}), "");
+    EXPECT_EQ(RunAgain({{"ZOR_PSN_TRACE", ""}}), "");
+    EXPECT_EQ(RunAgain({{"ZOR_PSN_TRACE", std::nullopt}}), "");
 }
 
 TEST(ZORPSNTraceEnvironment, ToldOfALevelThatIsNoNumber)
 {
-    EXPECT_EQ(RunAgain("ZOR_PSN_TRACE=all"),
+    EXPECT_EQ(RunAgain({{"ZOR_PSN_TRACE", "all"}}),
               "ZOR_PSN_TRACE: \"all\" is not a level (a whole number)\n");
-    EXPECT_EQ(RunAgain("ZOR_PSN_TRACE=42x"),
+    EXPECT_EQ(RunAgain({{"ZOR_PSN_TRACE", "42x"}}),
               "ZOR_PSN_TRACE: \"42x\" is not a level (a whole number)\n");
 }
 
 TEST(ZORPSNTraceEnvironment, NamesTheFile)
 {
     const ScopedDirectory directory;
-    EXPECT_EQ(RunAgain("ZOR_PSN_TRACE=42 ZOR_PSN_TRACE_FILE=" + (directory / "trace")), "");
-    EXPECT_EQ(RunAgain("ZOR_PSN_TRACE=42 ZOR_PSN_TRACE_FILE="), "a line\n");
+    EXPECT_EQ(RunAgain({{"ZOR_PSN_TRACE", "42"}, {"ZOR_PSN_TRACE_FILE", directory / "trace"}}), "");
+    EXPECT_EQ(RunAgain({{"ZOR_PSN_TRACE", "42"}, {"ZOR_PSN_TRACE_FILE", ""}}), "a line\n");
     EXPECT_EQ(directory.Read("trace"), "a line\n");
 }
 
 TEST(ZORPSNTraceEnvironment, AFileThatCannotBeOpenedIsToldOnce)
 {
-    EXPECT_EQ(RunAgain("ZOR_PSN_TRACE=42 ZOR_PSN_TRACE_FILE=/nowhere/trace"),
+    EXPECT_EQ(RunAgain({{"ZOR_PSN_TRACE", "42"}, {"ZOR_PSN_TRACE_FILE", "/nowhere/trace"}}),
               "ZOR_PSN_TRACE_FILE: cannot open /nowhere/trace: No such file or directory\n"
               "a line\n");
 }
 
 TEST(ZORPSNTraceEnvironment, AsksForCallLines)
 {
-    EXPECT_EQ(RunAgain("ZOR_PSN_TRACE=42 ZOR_PSN_TRACE_CALLS=1"), "> Method\na line\n< Method\n");
+    EXPECT_EQ(RunAgain({{"ZOR_PSN_TRACE", "42"}, {"ZOR_PSN_TRACE_CALLS", "1"}}),
+              "> Method\na line\n< Method\n");
 }

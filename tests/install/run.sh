@@ -28,11 +28,29 @@ check() {
     }
 }
 
+# The texts of errors come from the catalogs that were moved along with the library, wherever the program is started
+# and by whichever path the library is found.
+check_catalogs() {
+    local expected='ZORDuxServicesMsg (0x20003): La bibliothèque de schéma libNobody.so est introuvable ou ne peut pas être chargée.'
+    local path told
+    ln -s "$libraries" "$work/link"
+    for path in "$libraries" "$work/link" "${libraries#"$prefix"/}"; do
+        told=$(cd "$prefix" && LANG=fr_FR.UTF-8 LC_ALL='' LC_MESSAGES='' LANGUAGE='' ZOR_CATALOG_PATH='' \
+            LD_LIBRARY_PATH=$path "$1" Nobody 2>&1) && told="status 0: $told"
+        [ "$told" = "$expected" ] || {
+            printf 'with the libraries in %s, told\n%s\ninstead of\n%s\n' "$path" "$told" "$expected"
+            exit 1
+        }
+    done
+}
+
 cmake -S "$source/tests/install/cmake_consumer" -B "$work/cmake" -DCMAKE_CXX_COMPILER="$cxx" \
     -DCMAKE_PREFIX_PATH="$prefix" >/dev/null
 cmake --build "$work/cmake" >/dev/null
 check "$work/cmake/consumer"
 echo "A consumer built with CMake works."
+check_catalogs "$work/cmake/consumer"
+echo "Catalogs are found where the tree was moved to."
 
 export PKG_CONFIG_PATH=$libraries/pkgconfig
 # shellcheck disable=SC2046

@@ -24,6 +24,8 @@ class ZORMsg;
 //     Long = """The part {1} is locked by {2}.
 //     Ask for a release, or work on a copy."""         # CDA_W_0001.Long
 //
+// A value that is no string, or has a NUL in it, is no text.
+//
 // Directories are those of ZOR_CATALOG_PATH, with ":" between, and behind them the one that is
 // installed with the platform (share/zor/catalogs). In a directory, a sub-directory named after a
 // locale holds its texts, or one named after the language; the texts of the directory itself are

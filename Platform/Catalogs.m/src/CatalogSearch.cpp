@@ -85,6 +85,11 @@ std::vector<std::string> CatalogDirectories()
     return directories;
 }
 
+bool IsCatalogName(std::string_view iCatalog)
+{
+    return !iCatalog.empty() && iCatalog.find('/') == std::string_view::npos;
+}
+
 std::vector<std::string> LocalesIn(const std::string& iDirectory)
 {
     std::vector<std::string> locales;
@@ -92,8 +97,9 @@ std::vector<std::string> LocalesIn(const std::string& iDirectory)
     for (std::filesystem::directory_iterator each(iDirectory, failure), end;
          !failure && each != end; each.increment(failure)) {
         std::error_code ignored;
-        if (each->is_directory(ignored))
-            locales.push_back(each->path().filename().string());
+        std::string name = each->path().filename().string();
+        if (IsName(name) && each->is_directory(ignored))
+            locales.push_back(std::move(name));
     }
     return locales;
 }
@@ -130,7 +136,7 @@ std::string CatalogPath(const std::string& iDirectory, std::string_view iLocale,
 std::vector<std::string> CatalogPaths(std::string_view iCatalog)
 {
     std::vector<std::string> paths;
-    if (iCatalog.empty() || iCatalog.find('/') != std::string_view::npos)
+    if (!IsCatalogName(iCatalog))
         return paths;
     const std::vector<std::string> directories = CatalogDirectories();
     for (const std::vector<std::string>& forms : LocaleNames())

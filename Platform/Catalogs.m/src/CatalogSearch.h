@@ -10,8 +10,11 @@
 // The directories in their order; that of the installed catalogs is the last.
 std::vector<std::string> CatalogDirectories();
 
-// The names of the sub-directories of such a directory, which may be missing: the locales that
-// catalogs may have texts for there.
+// Whether a catalog can have that name: the empty one and those with a "/" are no catalog's.
+bool IsCatalogName(std::string_view iCatalog);
+
+// The names of the sub-directories of such a directory, which may be missing, that a locale can
+// have: the locales that catalogs may have texts for there.
 std::vector<std::string> LocalesIn(const std::string& iDirectory);
 
 // The names of the user's locales and of their languages, the preferred one first: for
@@ -19,7 +22,7 @@ std::vector<std::string> LocalesIn(const std::string& iDirectory);
 std::vector<std::vector<std::string>> LocaleNames();
 
 // The paths at which texts of the catalog are looked for, the first one first. None for a name that
-// no catalog can have: the empty one, and those with a "/".
+// no catalog can have.
 std::vector<std::string> CatalogPaths(std::string_view iCatalog);
 
 // The path of a catalog's file in that directory, for a locale or (empty) for all.

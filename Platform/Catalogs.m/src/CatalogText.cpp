@@ -13,13 +13,20 @@ std::string At(const std::string& iFile, std::size_t iLine, const std::string& i
     return "message catalog " + iFile + ": line " + std::to_string(iLine) + iRest;
 }
 
+// A text that has a NUL would be cut there.
+bool IsWhole(const toml::value<std::string>& iText)
+{
+    return iText.get().find('\0') == std::string::npos;
+}
+
 void Collect(CatalogText& oTexts, const std::string& iPrefix, const toml::table& iTable)
 {
     for (const auto& [name, node] : iTable) {
         const std::string key = iPrefix + std::string(name.str());
         if (const toml::table* const table = node.as_table())
             Collect(oTexts, key + ".", *table);
-        else if (const toml::value<std::string>* const text = node.as_string())
+        else if (const toml::value<std::string>* const text = node.as_string();
+                 text && IsWhole(*text))
             oTexts.texts.emplace(key, text->get());
         else
             oTexts.others.insert(key);

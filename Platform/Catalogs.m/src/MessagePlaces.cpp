@@ -45,7 +45,7 @@ void ForEachPiece(std::string_view iText, Take iTake)
 
 } // namespace
 
-std::string FillPlaces(std::string_view iText, const std::vector<std::string>& iParameters)
+std::string FillPlaces(std::string_view iText, const std::vector<std::string_view>& iParameters)
 {
     std::string filled;
     ForEachPiece(iText, [&](const Piece& piece) {

@@ -9,7 +9,7 @@
 
 // Puts the parameters into the places. A place whose parameter is not given stays as written. What
 // a parameter holds is never expanded.
-std::string FillPlaces(std::string_view iText, const std::vector<std::string>& iParameters);
+std::string FillPlaces(std::string_view iText, const std::vector<std::string_view>& iParameters);
 
 // The numbers of the places in the text.
 std::set<int> PlacesIn(std::string_view iText);

@@ -36,8 +36,8 @@ ZORUnicodeString ZORMsg::BuildMessage(const ZORUnicodeString* iParameters) const
 
 ZORUnicodeString ZORMsg::BuildMessage(const ZORUnicodeString* iParameters, int iCount) const
 {
-    std::vector<std::string> parameters;
+    std::vector<std::string_view> parameters;
     for (int i = 0; iParameters && i < iCount; ++i)
-        parameters.emplace_back(ViewOf(iParameters[i]));
+        parameters.push_back(ViewOf(iParameters[i]));
     return ZORUnicodeString(FillPlaces(ViewOf(_Text), parameters));
 }

@@ -31,6 +31,8 @@ void Add(CatalogText& ioTexts, const CatalogText& iLater)
 Locales ReadLocales(const std::string& iCatalog)
 {
     Locales locales;
+    if (!IsCatalogName(iCatalog))
+        return locales;
     for (const std::string& directory : CatalogDirectories()) {
         std::vector<std::string> names = LocalesIn(directory);
         names.emplace_back();

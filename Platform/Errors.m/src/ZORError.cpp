@@ -112,7 +112,8 @@ std::string ZORError::Text()
     GetErrorTable(&count, &table);
     for (unsigned int i = 0; i < count; ++i)
         if (table[i].id == _Id && table[i].text)
-            return FillPlaces(ErrorText(IsA(), _Id, table[i].text), _Parameters);
+            return FillPlaces(ErrorText(IsA(), _Id, table[i].text),
+                              {_Parameters.begin(), _Parameters.end()});
     return {};
 }
 

@@ -13,8 +13,10 @@
 //         std::perror("/var/log/suite/trace");        // lines go to standard error
 //     log.Write("ready\n", 6);
 //
-// A line that cannot be written (the disk is full, say) is dropped: tracing never stops a program.
-// Where the kernel took a part of one, the next line begins with a newline of its own.
+// A line that cannot be written (the disk is full, say) is dropped, and the program goes on. The
+// signals that a write may bring, SIGPIPE where a pipe has no reader any more and SIGXFSZ beyond
+// the limit of a file's size, end a program that does not ignore them, as they do with any other
+// write. Where the kernel took a part of a line, the next one begins with a newline of its own.
 //
 // Thread rule: several threads may write at the same time; opening and closing are for one thread.
 class ZOR_EXPORT ZORLineFile

@@ -9,9 +9,9 @@
 //     traput(trace.GetHandle(), 2, "3 directories\n");
 //
 // The environment variable ZOR_TRACE switches channels on: their names with a comma between, or
-// "all". It is read when the process makes its first channel. Lines go to standard error, or to the
-// end of the file that ZOR_TRACE_FILE names; a file that cannot be opened is told once on standard
-// error, where the lines then go.
+// "all". It is read once, when the process first uses a channel. Lines go to standard error, or to
+// the end of the file that ZOR_TRACE_FILE names; a file that cannot be opened is told once on
+// standard error, where the lines then go.
 //
 // A line may be put together from several puts. As soon as it is finished it goes to the kernel in
 // one write, so nothing that ends the process loses it. What is left of an unfinished one is

@@ -62,6 +62,8 @@ TraceLine::int_type TraceLine::overflow(int_type iCharacter)
 
 std::streamsize TraceLine::xsputn(const char* iText, std::streamsize iCount)
 {
+    if (iCount == 0) // the text may be nowhere then
+        return 0;
     const auto count = static_cast<std::size_t>(iCount);
     Reserve(count);
     std::memcpy(pptr(), iText, count);

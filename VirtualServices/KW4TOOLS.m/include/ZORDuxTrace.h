@@ -28,15 +28,17 @@ class ZORUnicodeString;
 // open block, and the text.
 //
 // The environment is read by the first object of the process, and never again:
-//   DUX_TRACE_REPORT  the coverage report: this file, emptied first, gets a line for each trace
-//   that
-//                     is made and each block that is entered, shown or not. Whether it could be
-//                     opened is told on standard error. Each line goes to the kernel whole.
-//   DUX_TRACE_COLOR   (set to anything) with TERM=aixterm: names in cyan.
-//   DUX_TRACE_LEVEL   (set to anything): lines carry the detail level.
-//   DUX_TRACE_DEBUG   (set to anything): _gTraceFunction becomes 1, for other modules to read.
-// When the last trace goes the report gets its last line, the number of traces ever made, and is
-// closed for good: traces made later write nothing to it.
+//
+//     DUX_TRACE_REPORT  the file of the coverage report
+//     DUX_TRACE_COLOR   (set to anything) with TERM=aixterm: names in cyan
+//     DUX_TRACE_LEVEL   (set to anything): lines carry the detail level
+//     DUX_TRACE_DEBUG   (set to anything): _gTraceFunction becomes 1, for other modules to read
+//
+// The coverage report, emptied first, gets a line for each trace that is made and each block that
+// is entered, shown or not. Whether it could be opened is told on standard error. Each line goes to
+// the kernel whole, and what is left of one when the process exits. When the last trace goes the
+// report gets its last line, the number of traces ever made, and is closed for good: traces made
+// later write nothing to it.
 //
 // Whether output is shown is decided when the object is made (its channel is on) and by its levels
 // (see IsShown). What is not shown leaves no text, but blocks are counted and reported all the
@@ -117,13 +119,14 @@ private:
     int _Level;
 };
 
-extern ZOR_EXPORT int TraceStackHead;      // depth of all open blocks, less one
-extern ZOR_EXPORT int _gPrintLevelFlag;    // 1: lines carry the detail level
-extern ZOR_EXPORT int _gAixterm;           // 1: names are coloured
-extern ZOR_EXPORT int _gTraceFunction;     // 1: DUX_TRACE_DEBUG is set
-extern ZOR_EXPORT std::ofstream* _gReport; // the coverage report, or null; what is written to it
-                                           // goes out line by line, flushed or not
-extern ZOR_EXPORT int _gCoverageReport;    // 1 once the report was opened; stays 1
-extern ZOR_EXPORT int _gTraceNumber;       // traces alive
-extern ZOR_EXPORT int _gTraceTotalNumber;  // traces ever made
-extern ZOR_EXPORT char BufferAgile[1024];  // scratch of every trace, changed by any operation
+extern ZOR_EXPORT int TraceStackHead;   // depth of all open blocks, less one
+extern ZOR_EXPORT int _gPrintLevelFlag; // 1: lines carry the detail level
+extern ZOR_EXPORT int _gAixterm;        // 1: names are coloured
+extern ZOR_EXPORT int _gTraceFunction;  // 1: DUX_TRACE_DEBUG is set
+// The coverage report, or null. What is written to it goes out line by line, flushed or not, but
+// not through the stream's own file buffer: its is_open is false.
+extern ZOR_EXPORT std::ofstream* _gReport;
+extern ZOR_EXPORT int _gCoverageReport;   // 1 once the report was opened; stays 1
+extern ZOR_EXPORT int _gTraceNumber;      // traces alive
+extern ZOR_EXPORT int _gTraceTotalNumber; // traces ever made
+extern ZOR_EXPORT char BufferAgile[1024]; // scratch of every trace, changed by any operation

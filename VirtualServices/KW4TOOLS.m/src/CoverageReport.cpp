@@ -1,20 +1,35 @@
 #include "CoverageReport.h"
 
 #include <locale>
+#include <string_view>
+
+CoverageReport* CoverageReport::_Last = nullptr;
 
 CoverageReport::CoverageReport(const char* iPath)
 {
+    static const AtExit atExit;
+    _Last = this;
     imbue(std::locale::classic());
     std::ios::rdbuf(&_Lines);
     if (!_Lines.Open(iPath))
         setstate(failbit);
 }
 
-CoverageReport::~CoverageReport() = default;
+CoverageReport::~CoverageReport()
+{
+    if (_Last == this)
+        _Last = nullptr;
+}
+
+CoverageReport::AtExit::~AtExit()
+{
+    if (_Last)
+        _Last->_Lines.SendRest();
+}
 
 CoverageReport::Lines::~Lines()
 {
-    Send(_Line.size());
+    SendRest();
 }
 
 CoverageReport::Lines::int_type CoverageReport::Lines::overflow(int_type iCharacter)
@@ -27,9 +42,10 @@ CoverageReport::Lines::int_type CoverageReport::Lines::overflow(int_type iCharac
 
 std::streamsize CoverageReport::Lines::xsputn(const char* iText, std::streamsize iCount)
 {
-    _Line.append(iText, static_cast<std::size_t>(iCount));
-    if (const std::size_t newline = _Line.rfind('\n'); newline != std::string::npos)
-        Send(newline + 1);
+    const std::string_view text(iText, static_cast<std::size_t>(iCount));
+    _Line.append(text);
+    if (const std::size_t newline = text.rfind('\n'); newline != std::string_view::npos)
+        Send(_Line.size() - text.size() + newline + 1);
     return iCount;
 }
 

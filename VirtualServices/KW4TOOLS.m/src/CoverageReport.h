@@ -8,7 +8,8 @@
 
 // The stream of the coverage report. Sends each line to the file as soon as it is finished, in one
 // write at the file's end; flushing sends nothing. A line that cannot be written is dropped, and
-// the stream stays good.
+// the stream stays good. What is left of a line in the last report that was made goes out when the
+// process exits.
 class CoverageReport final : public std::ofstream
 {
 public:
@@ -24,6 +25,7 @@ private:
         ~Lines() override;
 
         bool Open(const char* iPath) { return _File.Open(iPath, true); }
+        void SendRest() { Send(_Line.size()); }
 
     private:
         int_type overflow(int_type iCharacter) override;
@@ -33,6 +35,12 @@ private:
         ZORLineFile _File;
         std::string _Line;
     };
+
+    struct AtExit {
+        ~AtExit();
+    };
+
+    static CoverageReport* _Last; // null once it is closed
 
     Lines _Lines;
 };

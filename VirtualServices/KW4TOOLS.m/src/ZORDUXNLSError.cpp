@@ -6,11 +6,27 @@
 #include "ZORXHContext.h"
 
 #include <iostream>
+#include <new>
 
 ZOR_IMPLEMENT_CLASS(ZORDUXNLSError, ZORKindImplementation, ZORInternalError)
 
 const ZORErrDsc ZORDUXNLSError::errorTable[1] = {};
 const unsigned int ZORDUXNLSError::errorTableLength = 1;
+
+namespace
+{
+
+// Null when there is no memory for it, or for what it holds.
+ZORHandle<ZORMsgCatalog> OpenCatalog(const char* iName)
+{
+    try {
+        return ZORHandle<ZORMsgCatalog>::Adopt(new ZORMsgCatalog(iName));
+    } catch (const std::bad_alloc&) {
+        return nullptr;
+    }
+}
+
+} // namespace
 
 ZORDUXNLSError::ZORDUXNLSError() : ZORDUXNLSError(0) {}
 
@@ -64,8 +80,7 @@ void ZORDUXNLSError::SetNLSMsg(const ZORUnicodeString& iCatalog, const ZORUnicod
 void ZORDUXNLSError::ReadMessage(const ZORUnicodeString& iCatalog, const ZORUnicodeString& iKey,
                                  const ZORUnicodeString* iParams)
 {
-    const auto catalog =
-        ZORHandle<ZORMsgCatalog>::Adopt(new ZORMsgCatalog(iCatalog.ConvertToChar()));
+    const ZORHandle<ZORMsgCatalog> catalog = OpenCatalog(iCatalog.ConvertToChar());
     if (!catalog) {
         _Message = "ZORDUXNLSError::SetNLSMsg - Internal error";
         return;

@@ -10,6 +10,7 @@
 #include <cstdio>
 #include <cstring>
 #include <iostream>
+#include <memory>
 #include <string>
 
 int ZORDuxTrace::_gInit = 0;
@@ -44,16 +45,14 @@ bool IsSet(const char* iVariable)
 
 void OpenReport(const char* iPath)
 {
-    _gReport = new CoverageReport(iPath);
-    const bool opened = !_gReport->fail();
+    auto report = std::make_unique<CoverageReport>(iPath);
+    const bool opened = !report->fail();
     const char* const result = opened ? "using file " : "failed to open file ";
     std::cerr << (std::string("DUX_TRACE_REPORT: ") + result + iPath + "\n") << std::flush;
-    if (opened) {
-        _gCoverageReport = 1;
-    } else {
-        delete _gReport;
-        _gReport = nullptr;
-    }
+    if (!opened)
+        return;
+    _gReport = report.release();
+    _gCoverageReport = 1;
 }
 
 // Adds a line to the report, if there is one. Trouble with an earlier line does not keep this one
@@ -108,8 +107,10 @@ void ZORDuxTrace::Initialise()
     _gInit = 1;
     _gLevel = -1;
     TraceStackHead = -1;
-    _gTraceFunction = IsSet("DUX_TRACE_DEBUG");
-    _gPrintLevelFlag = IsSet("DUX_TRACE_LEVEL");
+    if (IsSet("DUX_TRACE_DEBUG"))
+        _gTraceFunction = 1;
+    if (IsSet("DUX_TRACE_LEVEL"))
+        _gPrintLevelFlag = 1;
     if (const char* const terminal = ZORGetEnv("TERM"))
         _gAixterm = std::strcmp(terminal, "aixterm") == 0 && IsSet("DUX_TRACE_COLOR");
     if (const char* const report = ZORGetEnv("DUX_TRACE_REPORT"))
@@ -220,7 +221,8 @@ ZORDuxTrace& ZORDuxTrace::operator<<(char iCharacter)
     if (!IsShown())
         return *this;
     Header();
-    std::snprintf(BufferAgile, sizeof BufferAgile, "%c", iCharacter);
+    BufferAgile[0] = iCharacter;
+    BufferAgile[1] = '\0';
     Put(BufferAgile);
     if (iCharacter == '\n')
         _LineStart = 1;
