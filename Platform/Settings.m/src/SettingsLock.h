@@ -24,13 +24,15 @@ public:
     SettingsLock& operator=(const SettingsLock&) = delete;
 
 private:
-    void Open(int iDirectory);
-    void LetWritersIn(const struct stat& iLock, const struct stat& iTarget);
+    bool Open(int iMore);
+    bool Make(const struct stat* iTarget);
+    void LetWritersIn(const struct stat* iTarget);
     void Wait();
     void WritePid();
     std::string Holder() const;
 
     const std::string& _File;
+    const int _Directory;
     const std::string& _Name;
     Descriptor _Lock;
 };

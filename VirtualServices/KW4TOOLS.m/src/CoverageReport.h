@@ -32,6 +32,7 @@ private:
 
         ZORLineFile _File;
         std::string _Line;
+        bool _Lost = false; // what comes up to the next line break
     };
 
     Lines _Lines;
