@@ -219,6 +219,31 @@ TEST(ZORSettingRepositorySharing, KeepsTheLockFromAForkedChild)
     EXPECT_EQ(site.Get("B"), "y");
 }
 
+TEST(ZORSettingRepositorySharing, LosesTheLockOfADeadProcessWhoseChildrenLive)
+{
+    const RepositorySite site;
+    site.Put("A", "x");
+    ChildProcess parent([&] {
+        setpgid(0, 0);
+        std::thread writer([&] {
+            while (true)
+                site.Put("A", std::string(10'000'000, 'x'));
+        });
+        while (!IsLocked(site / ".site.lock"))
+            ;
+        if (fork() == 0) { // in the middle of a save
+            alarm(60);
+            pause();
+        }
+        return kill(getpid(), SIGKILL);
+    });
+    const pid_t group = parent.Pid();
+    EXPECT_EQ(parent.Wait(), -SIGKILL);
+    site.Put("B", "y"); // would wait for the child
+    EXPECT_EQ(site.Get("B"), "y");
+    kill(-group, SIGKILL);
+}
+
 TEST(ZORSettingRepositorySharing, GoesOnInParentAndChildAfterAFork)
 {
     const RepositorySite site;

@@ -44,15 +44,14 @@ SettingsLock::SettingsLock(const std::string& iFile, int iDirectory, const std::
 
 SettingsLock::~SettingsLock()
 {
-    // Closing alone would leave the lock with a child that was forked meanwhile.
+    // Closing alone would leave the lock with a child that is being forked just now.
     flock(_Lock.Get(), LOCK_UN);
 }
 
 bool SettingsLock::Open(int iMore)
 {
     constexpr int flags = O_RDWR | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY;
-    _Lock = Descriptor(
-        Uninterrupted([&] { return openat(_Directory, _Name.c_str(), flags | iMore, 0666); }));
+    _Lock = UnsharedDescriptor(_Directory, _Name.c_str(), flags | iMore);
     return bool(_Lock);
 }
 
@@ -61,8 +60,7 @@ bool SettingsLock::Open(int iMore)
 // such files, or somebody else was faster.
 bool SettingsLock::Make(const struct stat* iTarget)
 {
-    _Lock = Descriptor(Uninterrupted(
-        [&] { return openat(_Directory, ".", O_TMPFILE | O_RDWR | O_CLOEXEC, 0666); }));
+    _Lock = UnsharedDescriptor(_Directory, ".", O_TMPFILE | O_RDWR | O_CLOEXEC);
     if (!_Lock)
         return false;
     LetWritersIn(iTarget);
