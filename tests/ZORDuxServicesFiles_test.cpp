@@ -1,5 +1,6 @@
 #include "ZORDuxServices.h"
 
+#include "AsNobody.h"
 #include "ScopedDirectory.h"
 #include "Texts.h"
 #include "TraceLines.h"
@@ -9,7 +10,6 @@
 #include <gtest/gtest.h>
 #include <random>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
 
@@ -47,21 +47,6 @@ std::size_t OpenFiles()
     for ([[maybe_unused]] const auto& each : std::filesystem::directory_iterator("/proc/self/fd"))
         ++count;
     return count;
-}
-
-// Runs the body as the user that owns nothing; true when it held.
-bool AsNobody(const std::function<bool()>& iBody)
-{
-    constexpr uid_t kNobody = 65534;
-    const pid_t child = fork();
-    if (child == 0) {
-        if (geteuid() == 0 && (setgid(kNobody) != 0 || setuid(kNobody) != 0))
-            _exit(2);
-        _exit(iBody() ? 0 : 1);
-    }
-    int status = 0;
-    waitpid(child, &status, 0);
-    return WIFEXITED(status) && WEXITSTATUS(status) == 0;
 }
 
 } // namespace

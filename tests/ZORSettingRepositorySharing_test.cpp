@@ -1,11 +1,11 @@
 #include "ZORSettingRepository.h"
 
+#include "AsNobody.h"
 #include "ChildProcess.h"
 #include "RepositorySite.h"
 
 #include <atomic>
 #include <fcntl.h>
-#include <grp.h>
 #include <list>
 #include <random>
 #include <sys/file.h>
@@ -22,8 +22,6 @@ using testing::UnorderedElementsAre;
 
 namespace
 {
-
-constexpr uid_t kNobody = 65534;
 
 // What is in a directory, names of hidden files included.
 Strings EntriesOf(const std::string& iDirectory)
@@ -52,22 +50,6 @@ void PutMany(const RepositorySite& iSite, const std::string& iPrefix, int iCount
 {
     for (int i = 0; i < iCount; ++i)
         iSite.Put(iPrefix + std::to_string(i), iPrefix, iFile);
-}
-
-// What a step does as a user without any rights of root's. True when the step says so.
-bool AsNobody(const std::function<bool()>& iStep)
-{
-    const int status = InChild([&] {
-        if (geteuid() == 0 &&
-            (setgroups(0, nullptr) != 0 || setresgid(kNobody, kNobody, kNobody) != 0 ||
-             setresuid(kNobody, kNobody, kNobody) != 0)) {
-            std::perror("cannot become another user");
-            return 98;
-        }
-        return iStep() ? 0 : 1;
-    });
-    EXPECT_NE(status, 98);
-    return status == 0;
 }
 
 // Whether a step fails with an error that has this text in it; tells what it did otherwise.
@@ -235,6 +217,31 @@ TEST(ZORSettingRepositorySharing, KeepsTheLockFromAForkedChild)
     writer.join();
     site.Put("B", "y"); // would wait for a child that has the lock
     EXPECT_EQ(site.Get("B"), "y");
+}
+
+TEST(ZORSettingRepositorySharing, LosesTheLockOfADeadProcessWhoseChildrenLive)
+{
+    const RepositorySite site;
+    site.Put("A", "x");
+    ChildProcess parent([&] {
+        setpgid(0, 0);
+        std::thread writer([&] {
+            while (true)
+                site.Put("A", std::string(10'000'000, 'x'));
+        });
+        while (!IsLocked(site / ".site.lock"))
+            ;
+        if (fork() == 0) { // in the middle of a save
+            alarm(60);
+            pause();
+        }
+        return kill(getpid(), SIGKILL);
+    });
+    const pid_t group = parent.Pid();
+    EXPECT_EQ(parent.Wait(), -SIGKILL);
+    site.Put("B", "y"); // would wait for the child
+    EXPECT_EQ(site.Get("B"), "y");
+    kill(-group, SIGKILL);
 }
 
 TEST(ZORSettingRepositorySharing, GoesOnInParentAndChildAfterAFork)

@@ -3,11 +3,20 @@
 #include <algorithm>
 #include <cstring>
 #include <mutex>
+#include <new>
+#include <pthread.h>
 
 Registry& Registry::Instance()
 {
     static Registry* const registry = new Registry;
     return *registry;
+}
+
+// The child makes the lock anew: it is another thread by number than the one that took it.
+Registry::Registry()
+{
+    pthread_atfork([] { Instance()._Mutex.lock(); }, [] { Instance()._Mutex.unlock(); },
+                   [] { new (&Instance()._Mutex) std::shared_mutex; });
 }
 
 std::size_t Registry::Hash::operator()(const Pair& iPair) const

@@ -16,6 +16,7 @@ class DeclaredAdapter;
 
 // Every registered metaobject, by name and by identifier, and the adapter entries between them.
 // One per process, made on first use and never torn down, so that code that runs at exit finds it.
+// A child forked while another thread is in here finds it unlocked.
 class Registry
 {
 public:
@@ -54,6 +55,9 @@ private:
         std::size_t operator()(const Pair& iPair) const;
         std::size_t operator()(const GUID& iId) const;
     };
+
+    Registry();
+    ~Registry() = delete;
 
     ZORMetaClass* QueryLocked(std::string_view iClassName) const; // null if unknown
     ZORMetaClass* FindLocked(std::string_view iClassName);        // made if unknown

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <mutex>
+#include <pthread.h>
 
 ZOR_IMPLEMENT_CLASS(ZORImplementationAdapter, ZORKindImplementation, ZOREventSubscriber)
 
@@ -19,9 +20,15 @@ struct ZORImplementationAdapter::Particulars {
     Objects pointingHere;
     Objects pointedTo;
 
+    // Never torn down: objects may go at the end of the process. A child forked while another
+    // thread has it finds it open.
     static std::mutex& LinksLock()
     {
-        static std::mutex* const lock = new std::mutex; // objects may go at the end of the process
+        static std::mutex* const lock = [] {
+            pthread_atfork([] { LinksLock().lock(); }, [] { LinksLock().unlock(); },
+                           [] { LinksLock().unlock(); });
+            return new std::mutex;
+        }();
         return *lock;
     }
     static bool Has(const Objects& iObjects, const ZORImplementationAdapter* iObject)

@@ -2,6 +2,7 @@
 
 #include "SettingsFile.h"
 
+#include <cstddef>
 #include <fcntl.h>
 #include <mutex>
 #include <new>
@@ -72,9 +73,12 @@ timespec FileClock()
 class Cache
 {
 public:
+    // Never torn down, and in a place of its own: a save that is done must not fail for want of
+    // memory for the cache.
     static Cache& Instance()
     {
-        static Cache* const cache = new Cache;
+        alignas(Cache) static std::byte place[sizeof(Cache)];
+        static Cache* const cache = new (place) Cache;
         return *cache;
     }
 
@@ -119,6 +123,9 @@ private:
     std::mutex _Mutex;
     std::unordered_map<std::string, CachedFile> _Files;
 };
+
+// Made with the library: a child forked while another thread makes it would wait for ever.
+[[maybe_unused]] const Cache& theCache = Cache::Instance();
 
 } // namespace
 

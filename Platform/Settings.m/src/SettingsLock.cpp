@@ -31,55 +31,61 @@ mode_t ModeForWriters(mode_t iMode)
 
 SettingsLock::SettingsLock(const std::string& iFile, int iDirectory, const std::string& iName,
                            const struct stat* iTarget)
-    : _File(iFile), _Name(iName)
+    : _File(iFile), _Directory(iDirectory), _Name(iName)
 {
-    Open(iDirectory);
-    struct stat status;
-    if (fstat(_Lock.Get(), &status) != 0)
-        RaiseSystemFailure(_File, "look at its lock " + _Name, errno);
-    if (!S_ISREG(status.st_mode))
-        RaiseFailure(_File, "its lock " + _Name + " is not a regular file");
-    if (iTarget)
-        LetWritersIn(status, *iTarget);
+    // Tried without O_CREAT first: in a directory that anybody may write to, a system may refuse
+    // that for a file of somebody else's.
+    if (!Open(0) && (errno != ENOENT || !(Make(iTarget) || Open(0) || Open(O_CREAT))))
+        RaiseSystemFailure(_File, "open its lock " + _Name, errno);
+    LetWritersIn(iTarget);
     Wait();
     WritePid();
 }
 
 SettingsLock::~SettingsLock()
 {
-    // Closing alone would leave the lock with a child that was forked meanwhile.
+    // Closing alone would leave the lock with a child that is being forked just now.
     flock(_Lock.Get(), LOCK_UN);
 }
 
-void SettingsLock::Open(int iDirectory)
+bool SettingsLock::Open(int iMore)
 {
     constexpr int flags = O_RDWR | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY;
-    const auto open = [&](int iMore) {
-        return Uninterrupted(
-            [&] { return openat(iDirectory, _Name.c_str(), flags | iMore, 0666); });
-    };
-    // Tried without O_CREAT first: in a directory that anybody may write to, a system may refuse
-    // that for a file of somebody else's.
-    _Lock = Descriptor(open(0));
-    if (!_Lock && errno == ENOENT)
-        _Lock = Descriptor(open(O_CREAT));
+    _Lock = UnsharedDescriptor(_Directory, _Name.c_str(), flags | iMore);
+    return bool(_Lock);
+}
+
+// Makes the lock file without a name, which it gets once all may open it who are to: root's process
+// that ends in between leaves no lock that a user cannot open. False when the file system knows no
+// such files, or somebody else was faster.
+bool SettingsLock::Make(const struct stat* iTarget)
+{
+    _Lock = UnsharedDescriptor(_Directory, ".", O_TMPFILE | O_RDWR | O_CLOEXEC);
     if (!_Lock)
-        RaiseSystemFailure(_File, "open its lock " + _Name, errno);
+        return false;
+    LetWritersIn(iTarget);
+    const std::string self = "/proc/self/fd/" + std::to_string(_Lock.Get());
+    return linkat(AT_FDCWD, self.c_str(), _Directory, _Name.c_str(), AT_SYMLINK_FOLLOW) == 0;
 }
 
 // A lock file that root made for a user's file, or a user for a file of the group's, must not keep
 // the others out. Only its owner can see to that. For anybody else it was good enough: it is open.
-void SettingsLock::LetWritersIn(const struct stat& iLock, const struct stat& iTarget)
+void SettingsLock::LetWritersIn(const struct stat* iTarget)
 {
+    struct stat lock;
+    if (fstat(_Lock.Get(), &lock) != 0)
+        RaiseSystemFailure(_File, "look at its lock " + _Name, errno);
+    if (!S_ISREG(lock.st_mode))
+        RaiseFailure(_File, "its lock " + _Name + " is not a regular file");
     const uid_t self = geteuid();
-    if (iLock.st_uid != self && self != 0)
+    if (!iTarget || (lock.st_uid != self && self != 0))
         return;
     bool done = true;
-    if (iLock.st_uid != iTarget.st_uid || iLock.st_gid != iTarget.st_gid)
-        done = fchown(_Lock.Get(), iTarget.st_uid, iTarget.st_gid) == 0 ||
-               fchown(_Lock.Get(), iLock.st_uid, iTarget.st_gid) == 0;
-    if (done && (iLock.st_mode & 0777) != ModeForWriters(iTarget.st_mode))
-        static_cast<void>(fchmod(_Lock.Get(), ModeForWriters(iTarget.st_mode)));
+    if (lock.st_uid != iTarget->st_uid || lock.st_gid != iTarget->st_gid)
+        done = fchown(_Lock.Get(), iTarget->st_uid, iTarget->st_gid) == 0 ||
+               fchown(_Lock.Get(), lock.st_uid, iTarget->st_gid) == 0;
+    if (done && (lock.st_mode & 0777) != ModeForWriters(iTarget->st_mode))
+        static_cast<void>(fchmod(_Lock.Get(), ModeForWriters(iTarget->st_mode)));
 }
 
 void SettingsLock::Wait()
@@ -99,9 +105,14 @@ void SettingsLock::WritePid()
 {
     char line[kPidLine + 1];
     std::snprintf(line, sizeof line, "%-10d\n", static_cast<int>(getpid()));
-    const ssize_t written = Uninterrupted([&] { return pwrite(_Lock.Get(), line, kPidLine, 0); });
-    if (written != kPidLine)
-        RaiseSystemFailure(_File, "write to its lock " + _Name, written < 0 ? errno : ENOSPC);
+    for (off_t done = 0; done < kPidLine;) {
+        const std::size_t left = static_cast<std::size_t>(kPidLine - done);
+        const ssize_t written =
+            Uninterrupted([&] { return pwrite(_Lock.Get(), line + done, left, done); });
+        if (written <= 0)
+            RaiseSystemFailure(_File, "write to its lock " + _Name, written < 0 ? errno : ENOSPC);
+        done += written;
+    }
 }
 
 std::string SettingsLock::Holder() const

@@ -1,13 +1,13 @@
 #pragma once
 
-#include "Descriptor.h"
+#include "UnsharedDescriptor.h"
 
 #include <string>
 #include <sys/stat.h>
 
 // The right to replace a settings file, held by one at a time: a kernel lock (flock) on a file of
 // its own beside it, which holds the pid of its last holder. The kernel drops the lock with the
-// process, however that ends.
+// process, however that ends; a child that was forked during a save does not share it.
 //
 // The lock file stays for ever. Were it deleted, one process could wait for the lock of the deleted
 // file while another made and locked a new one, and both would hold "the" lock.
@@ -24,13 +24,15 @@ public:
     SettingsLock& operator=(const SettingsLock&) = delete;
 
 private:
-    void Open(int iDirectory);
-    void LetWritersIn(const struct stat& iLock, const struct stat& iTarget);
+    bool Open(int iMore);
+    bool Make(const struct stat* iTarget);
+    void LetWritersIn(const struct stat* iTarget);
     void Wait();
     void WritePid();
     std::string Holder() const;
 
     const std::string& _File;
+    const int _Directory;
     const std::string& _Name;
-    Descriptor _Lock;
+    UnsharedDescriptor _Lock;
 };

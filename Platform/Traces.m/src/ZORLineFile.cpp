@@ -1,5 +1,7 @@
 #include "ZORLineFile.h"
 
+#include "Descriptor.h"
+
 #include <cerrno>
 #include <fcntl.h>
 #include <string_view>
@@ -13,11 +15,11 @@ std::size_t WriteAll(int iDescriptor, std::string_view iText)
 {
     std::size_t done = 0;
     while (done < iText.size()) {
-        const ssize_t written = write(iDescriptor, iText.data() + done, iText.size() - done);
-        if (written > 0)
-            done += static_cast<std::size_t>(written);
-        else if (written == 0 || errno != EINTR)
+        const ssize_t written = Uninterrupted(
+            [&] { return write(iDescriptor, iText.data() + done, iText.size() - done); });
+        if (written <= 0)
             break;
+        done += static_cast<std::size_t>(written);
     }
     return done;
 }
@@ -34,7 +36,8 @@ ZORLineFile::~ZORLineFile()
 bool ZORLineFile::Open(const char* iPath, bool iTruncate)
 {
     const int flags = O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC | O_NOCTTY;
-    const int opened = open(iPath, iTruncate ? flags | O_TRUNC : flags, 0666);
+    const int opened =
+        Uninterrupted([&] { return open(iPath, iTruncate ? flags | O_TRUNC : flags, 0666); });
     if (opened < 0)
         return false;
     Close();

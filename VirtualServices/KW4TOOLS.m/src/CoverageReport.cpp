@@ -1,6 +1,7 @@
 #include "CoverageReport.h"
 
 #include <locale>
+#include <new>
 #include <string_view>
 
 CoverageReport* CoverageReport::_Last = nullptr;
@@ -40,10 +41,24 @@ CoverageReport::Lines::int_type CoverageReport::Lines::overflow(int_type iCharac
     return traits_type::not_eof(iCharacter);
 }
 
+// Of a line that there is no memory for nothing is written, rather than half of it.
 std::streamsize CoverageReport::Lines::xsputn(const char* iText, std::streamsize iCount)
 {
-    const std::string_view text(iText, static_cast<std::size_t>(iCount));
-    _Line.append(text);
+    std::string_view text(iText, static_cast<std::size_t>(iCount));
+    if (_Lost) {
+        const std::size_t end = text.find('\n');
+        if (end == std::string_view::npos)
+            return iCount;
+        text.remove_prefix(end + 1);
+        _Lost = false;
+    }
+    try {
+        _Line.append(text);
+    } catch (const std::bad_alloc&) {
+        _Line.clear();
+        _Lost = !text.ends_with('\n');
+        return iCount;
+    }
     if (const std::size_t newline = text.rfind('\n'); newline != std::string_view::npos)
         Send(_Line.size() - text.size() + newline + 1);
     return iCount;

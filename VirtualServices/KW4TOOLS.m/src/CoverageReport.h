@@ -34,6 +34,7 @@ private:
 
         ZORLineFile _File;
         std::string _Line;
+        bool _Lost = false; // what comes up to the next line break
     };
 
     struct AtExit {
