@@ -28,13 +28,13 @@ class ZORUnicodeString;
 // open block, and the text.
 //
 // The environment is read by the first object of the process, and never again:
-//   DUX_TRACE_REPORT  the coverage report: this file, emptied first, gets a line for each trace
-//   that
-//                     is made and each block that is entered, shown or not. Whether it could be
-//                     opened is told on standard error. Each line goes to the kernel whole.
-//   DUX_TRACE_COLOR   (set to anything) with TERM=aixterm: names in cyan.
-//   DUX_TRACE_LEVEL   (set to anything): lines carry the detail level.
-//   DUX_TRACE_DEBUG   (set to anything): _gTraceFunction becomes 1, for other modules to read.
+// - DUX_TRACE_REPORT, the coverage report: this file, emptied first, gets a line for each trace
+//   that is made and each block that is entered, shown or not. Whether it could be opened is told
+//   on standard error. Each line goes to the kernel whole.
+// - DUX_TRACE_COLOR, set to anything, with TERM=aixterm: names in cyan.
+// - DUX_TRACE_LEVEL, set to anything: lines carry the detail level.
+// - DUX_TRACE_DEBUG, set to anything: _gTraceFunction becomes 1, for other modules to read.
+//
 // When the last trace goes the report gets its last line, the number of traces ever made, and is
 // closed for good: traces made later write nothing to it.
 //
