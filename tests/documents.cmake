@@ -7,3 +7,8 @@ foreach(document IN LISTS documents)
     "${PROJECT_SOURCE_DIR}/${document}" "$<TARGET_FILE_DIR:kw4tools>")
   set_tests_properties("document.${document}" PROPERTIES ENVIRONMENT "${KW_TEST_ENVIRONMENT}")
 endforeach()
+
+# What is written by a program.
+add_test(NAME document.intervals COMMAND sh -c
+  "\"$1\" \"$2\" | diff -u \"$3\" -" sh "${PROJECT_SOURCE_DIR}/docs/intervals.sh"
+  "$<TARGET_FILE:kw4tools>" "${PROJECT_SOURCE_DIR}/docs/intervals.md")
