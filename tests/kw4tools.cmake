@@ -19,14 +19,11 @@ if(KW4TOOLS_TOOLS)
 
   add_test(NAME demo COMMAND "${PROJECT_SOURCE_DIR}/tools/demo.sh" "$<TARGET_FILE:kw4tools>")
 
-  # What README.md shows.
   add_executable(find_file "${PROJECT_SOURCE_DIR}/examples/find_file.cpp")
   target_link_libraries(find_file PRIVATE KW4TOOLS::KW4TOOLS)
-  add_test(NAME readme COMMAND "${CMAKE_CURRENT_SOURCE_DIR}/readme.sh"
-    "${PROJECT_SOURCE_DIR}/README.md" "${PROJECT_SOURCE_DIR}/examples/find_file.cpp"
-    "$<TARGET_FILE_DIR:kw4tools>")
   add_test(NAME example.find_file COMMAND "$<TARGET_FILE:find_file>" cmake_install.cmake)
   set_tests_properties(example.find_file PROPERTIES
     WORKING_DIRECTORY "${PROJECT_BINARY_DIR}" ENVIRONMENT "ZOR_SETTINGS_PATH=/nowhere"
     PASS_REGULAR_EXPRESSION "^cmake_install.cmake\n$")
+  include(documents.cmake)
 endif()

@@ -18,6 +18,7 @@ class ZOR_EXPORT ZORMsg : public ZORBaseUnknown
 {
     ZOR_DECLARE_CLASS
 public:
+    // A message of that text, which is copied.
     explicit ZORMsg(const ZORUnicodeString& iText);
     ~ZORMsg() override;
 

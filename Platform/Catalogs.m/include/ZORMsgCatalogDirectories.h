@@ -13,8 +13,9 @@
 // A text is looked for by its key, so a file does not hide another of the same name in a later
 // directory as a whole: its texts come before those of that one.
 
+// One of the directories.
 struct ZORMsgCatalogDirectory {
-    std::string path;
+    std::string path; // as the environment names it
     // The catalog files in it, without ".toml", sorted by their bytes: "Site" for those that are
     // for all, "fr/Site" for those of a locale. Empty when the directory is missing or may not be
     // read.

@@ -14,7 +14,9 @@ class ZOR_EXPORT ZORMsgError : public ZORInternalError
 {
     ZOR_DECLARE_CLASS
 public:
+    // An error with identifier 0 and no text yet.
     ZORMsgError();
+    // Copies text and history.
     ZORMsgError(const ZORMsgError& iOther);
     ~ZORMsgError() override;
 

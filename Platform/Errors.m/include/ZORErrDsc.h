@@ -2,7 +2,8 @@
 
 // One message of an error class: the text for an identifier. Places {1} to {99} in the text stand
 // for the error's parameters. A descriptor with a null text describes nothing.
+// Thread rule: tables are constant.
 struct ZORErrDsc {
-    unsigned int id;
-    const char* text;
+    unsigned int id;  // the identifier of the errors that the text is for
+    const char* text; // static, or null
 };

@@ -7,13 +7,23 @@
 
 // The C++ exception behind ZORError::Throw: carries a counted handle to the very object that was
 // raised.
+//
+//     try {
+//         services->LoadSchema("AP214");
+//     } catch (const ZORRaisedError& raised) {
+//         std::cerr << raised.what() << '\n';
+//         raised.Error().PrintHistory(std::cerr);
+//     }
+//
+// Thread rule: one thread at a time.
 class ZOR_EXPORT ZORRaisedError final : public std::exception
 {
 public:
     // Throwing one of these directly raises an error without going through its Throw. Takes over
-    // the creator's reference when the error was not raised before, as Throw does. REQUIRES:
-    // `iError` is not null.
+    // the creator's reference when the error was not raised before, as Throw does.
+    // REQUIRES: `iError` is not null and was made with `new`.
     explicit ZORRaisedError(ZORError* iError);
+    // Carries the same error.
     ZORRaisedError(const ZORRaisedError& iOther) noexcept;
     ZORRaisedError& operator=(const ZORRaisedError&) = delete;
     ~ZORRaisedError() override;

@@ -16,6 +16,7 @@
 class ZOR_EXPORT ZORXHContext
 {
 public:
+    // Opens a context that holds no error.
     ZORXHContext();
     // Closes the context and releases the error it holds.
     ~ZORXHContext();

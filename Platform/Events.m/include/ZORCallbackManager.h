@@ -49,6 +49,7 @@ using ZORCallback = std::uint64_t;
 class ZOR_EXPORT ZORCallbackManager
 {
 public:
+    // A manager without callbacks.
     ZORCallbackManager();
     // Forgets all callbacks; handles to them are void.
     ~ZORCallbackManager();

@@ -29,9 +29,12 @@ class ZOR_EXPORT ZOREventSubscriber : public ZORBaseUnknown
 {
     ZOR_DECLARE_CLASS
 public:
+    // An object without callbacks and without a manager.
     ZOREventSubscriber();
     ZOREventSubscriber(const ZOREventSubscriber& iOther);
+    // Changes nothing: callbacks and manager stay this object's.
     ZOREventSubscriber& operator=(const ZOREventSubscriber& iOther);
+    // Takes its callbacks back from all managers that are still there.
     ~ZOREventSubscriber() override;
 
     // Registers a callback of this object for the event of that name and returns its handle; 0, and

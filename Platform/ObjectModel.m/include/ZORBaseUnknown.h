@@ -10,10 +10,10 @@
 
 class ZORMetaClass;
 
-// Results of ZORBaseUnknown::QueryInterface(const GUID&, void**).
+// Results of the query by identifier, ZORBaseUnknown::QueryInterface.
 enum ZORQueryResult : int {
-    ZORInterfaceFound = 0,
-    ZORNoInterface = 1,
+    ZORInterfaceFound = 0, // the out parameter holds the interface, with a reference
+    ZORNoInterface = 1,    // it is null
 };
 
 // Root of every component, interface and adapter: reference counting, identity, interface queries.
@@ -47,7 +47,8 @@ public:
 
     // Asks for the interface (or class) with the identifier `iInterface`. On success *oInterface is
     // a pointer of that type with a reference of its own and the result is ZORInterfaceFound;
-    // otherwise *oInterface is null, the count is as it was and the result is ZORNoInterface.
+    // otherwise *oInterface is null, the count is as it was and the result is ZORNoInterface (also
+    // when `oInterface` is null).
     // An adapter answers for its object. Costs no allocation once the adapter exists. The first
     // query that loaded code has no answer for reads the dictionary files; one that such a file
     // answers loads the library named there, and raises a ZORInternalError when that cannot be done
@@ -59,6 +60,8 @@ public:
     // Queries, AddRef and Release from inside the destructors of the object and of its adapters are
     // safe. What they give must not be kept beyond the destructor.
     virtual unsigned int Release();
+    // Called by the last Release. Objects on the stack, which nobody may hold a reference to, go
+    // this way by themselves.
     virtual ~ZORBaseUnknown();
 
     // The metaobject of the object's class; never null, never freed.
@@ -81,15 +84,21 @@ public:
     // own, or null.
     virtual ZORBaseUnknown* QueryInterface(const char* iInterfaceName) const;
 
+    // The metaobject, identifier and name of this class; never freed. Every class that says
+    // ZOR_DECLARE_CLASS has these three of its own.
     static ZORMetaClass* MetaObject();
     static const GUID& ClassId();
     static const char* ClassName();
 
+    // Memory for one component, from malloc; null when there is none.
     static void* operator new(std::size_t iSize) noexcept;
     static void* operator new(std::size_t iSize, const std::nothrow_t&) noexcept;
+    // A component in memory that the caller has: takes none and gives none back.
     static void* operator new(std::size_t, void* iPlace) noexcept { return iPlace; }
+    // Gives the memory of a component back; nothing for null.
     static void operator delete(void* iMemory) noexcept;
     static void operator delete(void* iMemory, const std::nothrow_t&) noexcept;
+    // Nothing: the memory is the caller's.
     static void operator delete(void*, void*) noexcept {}
 
 protected:

@@ -13,7 +13,13 @@
 //     public: …
 //     };
 //     ZOR_IMPLEMENT_CLASS(SomeComponent, ZORKindImplementation, ZORBaseUnknown)   // in its source
+//
+// Thread rule: what the macros define may be called from any thread.
 
+// ---- In the class
+
+// Declares the three static functions alone, for a class that answers the virtual operations in a
+// way of its own. What follows it is private.
 #define ZOR_DECLARE_CLASS_STATICS                                                                  \
 public:                                                                                            \
     [[maybe_unused]] static ZORMetaClass* MetaObject();                                            \
@@ -22,6 +28,7 @@ public:                                                                         
                                                                                                    \
 private:
 
+// Declares all six. What follows it is private.
 #define ZOR_DECLARE_CLASS                                                                          \
     ZOR_DECLARE_CLASS_STATICS                                                                      \
 public:                                                                                            \
@@ -31,7 +38,10 @@ public:                                                                         
                                                                                                    \
 private:
 
-// `Meta` is an expression that makes the metaobject; it runs once.
+// ---- In its source
+
+// Defines the three static functions. `Meta` is an expression that makes the metaobject; it runs
+// once.
 #define ZOR_IMPLEMENT_CLASS_STATICS(Class, Meta)                                                   \
     ZORMetaClass* Class::MetaObject()                                                              \
     {                                                                                              \
@@ -47,6 +57,7 @@ private:
         return MetaObject()->GetClassName();                                                       \
     }
 
+// Defines the three virtual operations by the static functions.
 #define ZOR_IMPLEMENT_CLASS_VIRTUALS(Class)                                                        \
     ZORMetaClass* Class::GetMetaObject() const                                                     \
     {                                                                                              \
@@ -61,6 +72,8 @@ private:
         return MetaObject()->IsAKindOf(iClassName);                                                \
     }
 
+// Defines all six: the class is registered under its own name, with that ZORClassKind and the class
+// it is based on.
 #define ZOR_IMPLEMENT_CLASS(Class, Kind, Parent)                                                   \
     ZOR_IMPLEMENT_CLASS_STATICS(Class, ZORRegisterClass(#Class, Kind, Parent::MetaObject()))       \
     ZOR_IMPLEMENT_CLASS_VIRTUALS(Class)

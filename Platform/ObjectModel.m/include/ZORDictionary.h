@@ -15,21 +15,22 @@ class ZORBaseUnknown;
 // of a dictionary file (see ZORDictionaryDirectories.h). Thread rule: any thread.
 
 // Makes a new adapter bound to the object and returns it with the reference that SetImpl added;
-// null when there is no memory.
+// null when there is no memory, or none is made for this object.
 using ZORCreator = ZORBaseUnknown* (*)(ZORBaseUnknown* iObject);
 
 // Enters `iEntryName` for the class `iClassName`:
 // - with the kind CLSID_ZORMetaClass, `iObject` is the class's ZORMetaClass and `iClassId` the
-//   identifier under which QueryMetaObject(const GUID&) finds it from now on;
+//   identifier under which the query for metaobjects finds it from now on;
 // - with a creator, `iEntryName` is an interface and `iCreator` makes its adapters; the other
 //   arguments do not matter.
-// `iLibrary` and `iFlags` are 0 for entries made by loaded code.
+// Names are copied. A null `iKind`, `iCreator` or `iObject` gives no entry of its sort, nor does a
+// null name one with a creator. `iLibrary` and `iFlags` are 0 for entries made by loaded code.
 ZOR_EXPORT void AddDictionary(const GUID& iClassId, const GUID* iKind, const char* iClassName,
                               const char* iEntryName, ZORCreator iCreator, void* iObject,
                               const char* iLibrary, int iFlags);
 
 // Withdraws the adapter entries of the pair, that of a dictionary file included, and returns how
-// many there were. Adapters that exist already go on working.
+// many there were; 0 for a null name. Adapters that exist already go on working.
 ZOR_EXPORT int RemoveDictionary(const char* iClassName, const char* iInterfaceName);
 
 // A dictionary entry that lives as long as this object: made when a library is loaded, withdrawn
@@ -37,7 +38,10 @@ ZOR_EXPORT int RemoveDictionary(const char* iClassName, const char* iInterfaceNa
 class ZOR_EXPORT ZORFillDictionary
 {
 public:
+    // Enters the creator of the interface's adapters for the class. The names are kept as pointers
+    // and must outlive this object. REQUIRES: no argument is null.
     ZORFillDictionary(const char* iClassName, const char* iInterfaceName, ZORCreator iCreator);
+    // Withdraws that one entry. Adapters that exist already go on working.
     ~ZORFillDictionary();
     ZORFillDictionary(const ZORFillDictionary&) = delete;
     ZORFillDictionary& operator=(const ZORFillDictionary&) = delete;

@@ -34,7 +34,7 @@
 
 // What an administrator wants to see of them:
 struct ZORDictionaryDirectory {
-    std::string path;
+    std::string path; // as the environment names it
     // The names of the dictionary files in it, in the order they are read. Empty when the directory
     // is missing or may not be read.
     std::vector<std::string> names;

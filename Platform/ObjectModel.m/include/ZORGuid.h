@@ -5,10 +5,15 @@
 #include <array>
 #include <cstdint>
 
-// A class or interface identifier: 128 bits in the byte order of RFC 9562.
+// A class or interface identifier: 128 bits. A plain value.
+//
+//     if (object->QueryInterface(SomeInterface::ClassId(), &found) == ZORInterfaceFound) …
+//
+// Thread rule: as for an int.
 struct GUID {
-    std::array<std::uint8_t, 16> bytes;
+    std::array<std::uint8_t, 16> bytes; // in the byte order of RFC 9562
 
+    // Whether all bytes are equal.
     friend bool operator==(const GUID& iLeft, const GUID& iRight)
     {
         return iLeft.bytes == iRight.bytes;

@@ -18,6 +18,7 @@ template <class Interface>
 class ZORHandle
 {
 public:
+    // A null handle.
     ZORHandle() = default;
     ZORHandle(std::nullptr_t) {}
     // Takes over the caller's reference, that of a new object for example; null gives a null
@@ -34,7 +35,8 @@ public:
         if (_Interface)
             _Interface->AddRef();
     }
-    // Asks the component for the interface.
+    // Asks the component, or that of another handle, for the interface; a null handle when it does
+    // not offer it, or is null. Raises what the query raises (see ZORBaseUnknown::QueryInterface).
     template <class Other, class = decltype(static_cast<ZORBaseUnknown*>(std::declval<Other*>()))>
     ZORHandle(Other* iComponent) : _Interface(Query(iComponent))
     {
@@ -43,10 +45,13 @@ public:
     ZORHandle(const ZORHandle<Other>& iOther) : _Interface(Query(iOther.Get()))
     {
     }
+    // A handle on the same interface, with a reference of its own.
     ZORHandle(const ZORHandle& iOther) : ZORHandle(iOther._Interface) {}
+    // Takes the reference over; leaves the other null.
     ZORHandle(ZORHandle&& iOther) noexcept : _Interface(std::exchange(iOther._Interface, nullptr))
     {
     }
+    // Gives back what is held and takes over what the other holds; null empties the handle.
     ZORHandle& operator=(ZORHandle iOther) noexcept
     {
         std::swap(_Interface, iOther._Interface);
@@ -58,10 +63,13 @@ public:
             _Interface->Release();
     }
 
-    // The interface, without a reference for the caller: valid while a handle holds it.
+    // The interface, without a reference for the caller: valid while a handle holds it. Null for a
+    // null handle.
     Interface* Get() const { return _Interface; }
+    // The same, for a call. REQUIRES: the handle is not null.
     Interface* operator->() const { return _Interface; }
     Interface& operator*() const { return *_Interface; }
+    // Whether the handle holds an interface.
     explicit operator bool() const { return _Interface != nullptr; }
 
 private:
@@ -83,10 +91,12 @@ bool operator==(const ZORHandle<Left>& iLeft, const ZORHandle<Right>& iRight)
     return iLeft && iRight ? iLeft->IsEqual(iRight.Get()) != 0 : !iLeft && !iRight;
 }
 
+// Two handles differ when one alone is null or they lead to different objects.
 template <class Left, class Right>
 bool operator!=(const ZORHandle<Left>& iLeft, const ZORHandle<Right>& iRight)
 {
     return !(iLeft == iRight);
 }
 
+// A handle on any component.
 using ZORBaseUnknown_var = ZORHandle<ZORBaseUnknown>;

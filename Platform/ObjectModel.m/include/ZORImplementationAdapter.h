@@ -10,7 +10,7 @@
 
 // What the operations of a ZORImplementationAdapter say that depend on a document store.
 enum ZORStoreAnswer : int {
-    ZORStoreDone = 0,
+    ZORStoreDone = 0,         // what was asked for is there
     ZORStoreNotSupported = 1, // the class of the object keeps its objects in no document
 };
 
@@ -34,9 +34,13 @@ class ZOR_EXPORT ZORImplementationAdapter : public ZOREventSubscriber
 {
     ZOR_DECLARE_CLASS
 public:
+    // An object without a name.
     ZORImplementationAdapter();
+    // An object of the same name.
     ZORImplementationAdapter(const ZORImplementationAdapter& iOther);
+    // Takes over the name; links and identifier stay this object's.
     ZORImplementationAdapter& operator=(const ZORImplementationAdapter& iOther);
+    // Takes its links along, in both directions.
     ~ZORImplementationAdapter() override;
 
     // Notes that `iPointing` points to this object. Neither is kept alive by that; when one of them
@@ -65,9 +69,10 @@ public:
     virtual ZORStoreAnswer GetLocatorType(ZORUnicodeString& oType) const;
     // What the document keeps about the object besides its contents.
     virtual ZORStoreAnswer GetAdditionalInfos(ZORListValZORUnicodeString& oInfos) const;
-    // The areas that a document may be divided into, and whether one is filled (1) or not (0).
+    // The areas that a document may be divided into.
     virtual ZORStoreAnswer
     ListSupportedAreasIdentifier(ZORListValZORUnicodeString& oIdentifiers) const;
+    // Whether one of them is filled (1) or not (0).
     virtual ZORStoreAnswer IsAFilledArea(const ZORUnicodeString& iIdentifier, int& oFilled) const;
     // Brings the contents of an area into memory.
     virtual ZORStoreAnswer FillArea(const ZORUnicodeString& iIdentifier);

@@ -17,7 +17,7 @@ enum ZORClassKind : int {
 
 // One class of a chain that ZORMetaClass::ListOfSupportedClass returns.
 struct ZORSupportedClass {
-    const char* className;
+    const char* className;         // the platform's, as the chain
     const ZORSupportedClass* next; // null in the last one
 };
 
@@ -32,27 +32,31 @@ class ZOR_EXPORT ZORMetaClass
 {
 public:
     // A metaobject of its own, outside the registry: that of an adapter class. `iImplementation` is
-    // the metaobject of the class the adapter stands for.
+    // the metaobject of the class the adapter stands for; like `iParent` it may be null, and is not
+    // owned. The name is copied. REQUIRES: `iName` is not null.
     ZORMetaClass(const char* iName, ZORMetaClass* iParent, ZORMetaClass* iImplementation,
                  ZORClassKind iKind);
-    // A bare metaobject, with a name only.
+    // A bare metaobject, with a name only, which is copied. REQUIRES: `iName` is not null.
     explicit ZORMetaClass(const char* iName);
     ~ZORMetaClass();
     ZORMetaClass(const ZORMetaClass&) = delete;
     ZORMetaClass& operator=(const ZORMetaClass&) = delete;
 
+    // The name; never null, valid as long as the metaobject.
     const char* GetClassName() const { return _Name.c_str(); }
 
-    // False until SetClassId; GetClassId is all zero until then.
+    // Whether the class has its identifier: not until SetClassId, and GetClassId is all zero until
+    // then.
     bool HasClassId() const { return _HasClassId.load(std::memory_order_acquire); }
     const GUID& GetClassId() const { return _ClassId; }
     // Gives the class its identifier, once: a later call changes nothing.
     void SetClassId(const GUID& iClassId);
 
+    // What is described: ZORKindUnknown until it is set.
     ZORClassKind GetKind() const { return _Kind.load(std::memory_order_acquire); }
     void SetKind(ZORClassKind iKind) { _Kind.store(iKind, std::memory_order_release); }
 
-    // The class this one is based on, or null.
+    // The class this one is based on, or null; not owned.
     ZORMetaClass* GetParent() const { return _Parent.load(std::memory_order_acquire); }
     void SetParent(ZORMetaClass* iParent) { _Parent.store(iParent, std::memory_order_release); }
     // Makes a parent of `iParent` unless the class has an identifier or a parent already.
@@ -87,7 +91,8 @@ ZOR_EXPORT ZORMetaClass* QueryMetaObject(const GUID& iClassId);
 ZOR_EXPORT ZORMetaClass* fct_FindMetaObject(const char* iClassName);
 
 // Registers a class: finds or makes its metaobject, gives it an identifier and the dictionary
-// entry "MetaObject" when it has none yet, then sets its kind and parent. Returns the metaobject.
-// Every class does this once, in its static MetaObject() (see ZORClass.h).
+// entry "MetaObject" when it has none yet, then sets its kind and parent (null for a root). Returns
+// the metaobject, never null. Every class does this once, in its static MetaObject() (see
+// ZORClass.h). REQUIRES: `iClassName` is not null.
 ZOR_EXPORT ZORMetaClass* ZORRegisterClass(const char* iClassName, ZORClassKind iKind,
                                           ZORMetaClass* iParent);

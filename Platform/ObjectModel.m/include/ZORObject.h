@@ -12,6 +12,8 @@
 // libraries offer adapters, through a dictionary file as a rule. A class that derives from
 // ZORObject gives its own name as the class name; its objects are of that class, whatever the late
 // type says. So what a caller writes as a type never makes an object pass for one of another class.
+//
+// Thread rule: as for ZORImplementationAdapter.
 class ZOR_EXPORT ZORObject : public ZORImplementationAdapter
 {
     ZOR_DECLARE_CLASS

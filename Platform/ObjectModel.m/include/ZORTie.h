@@ -6,17 +6,23 @@
 // Binds a new adapter to the object it stands for (see ZORBaseUnknown::SetImpl) and notes which
 // interface it shows, so that later queries find it. Called by the adapter's constructor. `iClass`
 // and `iInterface` are the identifiers of the object's class and of the interface.
+// REQUIRES: adapter and object are not null, and what SetImpl requires. Thread rule: any thread.
 ZOR_EXPORT void TieConstructor(ZORBaseUnknown* iAdapter, ZORBaseUnknown* iObject,
                                const GUID& iClass, const GUID& iInterface);
 
 // Whether the object, or the one behind it when it is an adapter, is of that class or of one
-// derived from it. False for null. Creators ask this first: what an adapter forwards to must be
-// there.
+// derived from it. False when either is null. Creators ask this first: what an adapter forwards to
+// must be there. Thread rule: any thread.
 ZOR_EXPORT bool ZORIsOfClass(const ZORBaseUnknown* iObject, const ZORMetaClass* iClass);
 
-// A TIE adapter: the class TIE<Interface><Class>, which shows the interface on objects of the class
-// by forwarding each operation, and the function CreateTIE<Interface><Class>, which the dictionary
-// calls. It makes no adapter for an object of another class.
+// ---- A TIE adapter
+
+// In the class of an adapter: its identity, its constructor, which binds it to its object, and
+// Self(), the object it forwards to. What follows it is private.
+//
+// A TIE adapter is the class TIE<Interface><Class>, which shows the interface on objects of the
+// class by forwarding each operation, and the function CreateTIE<Interface><Class>, which the
+// dictionary calls. It makes no adapter for an object of another class.
 //
 //     class TIESomeInterfaceSomeClass final : public SomeInterface
 //     {
@@ -31,7 +37,6 @@ ZOR_EXPORT bool ZORIsOfClass(const ZORBaseUnknown* iObject, const ZORMetaClass* 
 // For a late type (see ZORObject.h) there is no class to forward to: its objects are bare, and the
 // adapter is the implementation, with what state it needs. `using SomeType = ZORObject;` before the
 // adapter gives it its name.
-
 #define ZOR_DECLARE_TIE(Interface, Class)                                                          \
     ZOR_DECLARE_CLASS                                                                              \
 public:                                                                                            \
@@ -44,6 +49,9 @@ private:                                                                        
         return static_cast<Class*>(GetImpl());                                                     \
     }
 
+// In the source of an adapter: what ZOR_DECLARE_TIE declares, and the function
+// CreateTIE<Interface><Class>. `Kind` is ZORKindTie, or ZORKindCorbaTie for a CORBA interface. The
+// metaobject of the adapter bears the interface's name.
 #define ZOR_IMPLEMENT_TIE(Interface, Class, Kind)                                                  \
     ZOR_IMPLEMENT_CLASS_STATICS(                                                                   \
         TIE##Interface##Class,                                                                     \

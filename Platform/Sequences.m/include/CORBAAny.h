@@ -42,10 +42,12 @@ public:
         kAnys = 20,   // _SEQUENCE_CORBAAny
     };
 
+    // How many octets an any holds without allocating.
     static constexpr int kInlineOctets = 40;
 
     // Empty.
     CORBAAny() noexcept : _Held() {}
+    // A copy of all that is held, and of what that holds.
     CORBAAny(const CORBAAny& iOther)
     {
         if (iOther._Held.owns)
@@ -55,6 +57,7 @@ public:
     }
     // Leaves the other empty.
     CORBAAny(CORBAAny&& iOther) noexcept : _Held(iOther._Held) { iOther.Become(kEmpty); }
+    // Becomes a copy of all that is held there.
     CORBAAny& operator=(const CORBAAny& iOther)
     {
         if (_Held.owns || iOther._Held.owns)
@@ -63,6 +66,7 @@ public:
             _Held = iOther._Held;
         return *this;
     }
+
     // Leaves the other empty, unless it is this any.
     CORBAAny& operator=(CORBAAny&& iOther) noexcept
     {
@@ -87,6 +91,7 @@ public:
     }
     // Stores a long. A value beyond 32 bits raises a ZORInternalError and leaves the any as it was.
     void operator<<(long iValue);
+    // Stores a double.
     void operator<<(double iValue);
     // Stores a boolean. Only from a bool: a pointer or a number does not turn into one unseen.
     template <class Boolean, class = std::enable_if_t<std::is_same<Boolean, bool>::value>>

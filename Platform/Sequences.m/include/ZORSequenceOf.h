@@ -77,6 +77,7 @@ public:
     }
 
 protected:
+    // Empty.
     ZORSequenceOf() = default;
     // The elements change hands; none is copied, and the other is left with what this one had.
     ZORSequenceOf(ZORSequenceOf&& iOther) noexcept : sequence() { Swap(iOther); }
@@ -85,6 +86,7 @@ protected:
         Swap(iOther);
         return *this;
     }
+    // Destroys the elements, those behind the length included.
     ~ZORSequenceOf() { delete[] buffer(); }
 
     // Becomes a copy: the room is the other's, the length the smaller of the other's length and
@@ -101,6 +103,7 @@ protected:
         _length = count;
     }
 
+    // Copies one element; see sequence::Assignation.
     void Assignation(const void* iSource, int iIndex) override = 0;
 
 private:

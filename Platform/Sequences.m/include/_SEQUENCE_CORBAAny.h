@@ -25,15 +25,22 @@ extern template class ZOR_EXPORT ZORSequenceOf<CORBAAny>;
 class ZOR_EXPORT _SEQUENCE_CORBAAny final : public ZORSequenceOf<CORBAAny>
 {
 public:
+    // Empty: no room, no length.
     _SEQUENCE_CORBAAny() = default;
+    // A copy with a buffer of its own, as told above.
     _SEQUENCE_CORBAAny(const _SEQUENCE_CORBAAny& iOther) : ZORSequenceOf() { Copy(iOther); }
+    // Takes over the elements of the other, which is left empty.
     _SEQUENCE_CORBAAny(_SEQUENCE_CORBAAny&& iOther) noexcept = default;
+    // Becomes a copy, as told above.
     _SEQUENCE_CORBAAny& operator=(const _SEQUENCE_CORBAAny& iOther)
     {
         Copy(iOther);
         return *this;
     }
+    // Exchanges the elements with the other's.
     _SEQUENCE_CORBAAny& operator=(_SEQUENCE_CORBAAny&& iOther) noexcept = default;
 
+    // Copies element `iIndex` of an array of anys into the element of that index.
+    // REQUIRES: both have it.
     void Assignation(const void* iSource, int iIndex) override;
 };

@@ -22,15 +22,22 @@ extern template class ZOR_EXPORT ZORSequenceOf<unsigned char>;
 class ZOR_EXPORT _SEQUENCE_octet final : public ZORSequenceOf<unsigned char>
 {
 public:
+    // Empty: no room, no length.
     _SEQUENCE_octet() = default;
+    // A copy with a buffer of its own, as told above.
     _SEQUENCE_octet(const _SEQUENCE_octet& iOther) : ZORSequenceOf() { Copy(iOther); }
+    // Takes over the elements of the other, which is left empty.
     _SEQUENCE_octet(_SEQUENCE_octet&& iOther) noexcept = default;
+    // Becomes a copy, as told above.
     _SEQUENCE_octet& operator=(const _SEQUENCE_octet& iOther)
     {
         Copy(iOther);
         return *this;
     }
+    // Exchanges the elements with the other's.
     _SEQUENCE_octet& operator=(_SEQUENCE_octet&& iOther) noexcept = default;
 
+    // Copies element `iIndex` of an array of octets into the element of that index.
+    // REQUIRES: both have it.
     void Assignation(const void* iSource, int iIndex) override;
 };

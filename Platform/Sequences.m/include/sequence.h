@@ -50,7 +50,7 @@ protected:
     // The buffer is freed by the class that knows its elements.
     ~sequence() = default;
 
-    int _maximum = 0;
-    int _length = 0;
-    void* _buffer = nullptr;
+    int _maximum = 0;        // room, in elements
+    int _length = 0;         // elements in use
+    void* _buffer = nullptr; // the elements, or null while there is no room
 };

@@ -12,8 +12,9 @@
 //
 // A name that an earlier directory has too is hidden by that one.
 
+// One of the directories.
 struct ZORSettingDirectory {
-    std::string path;
+    std::string path; // as the environment names it
     // The settings files in it, as GetRepository takes them (without ".toml"), sorted by their
     // bytes. Empty when the directory is missing or may not be read.
     std::vector<std::string> names;

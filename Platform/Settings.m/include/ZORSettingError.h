@@ -13,7 +13,9 @@ class ZOR_EXPORT ZORSettingError : public ZORInternalError
 {
     ZOR_DECLARE_CLASS
 public:
+    // An error with identifier 0 and no text yet.
     ZORSettingError();
+    // Copies text and history.
     ZORSettingError(const ZORSettingError& iOther);
     ~ZORSettingError() override;
 

@@ -33,7 +33,7 @@ class ZORBaseUnknown;
 //     width = 640                    # left alone, and no attributes
 //
 // A byte that is not part of well-formed UTF-8 is written as \u0000 followed by \u0080 to \u00FF:
-// "\u0000\u00E9" is the single byte E9. Any other \u0000 is an error, for no text can hold a NUL.
+// `"\u0000\u00E9"` is the single byte E9. Any other \u0000 is an error, for no text can hold a NUL.
 //
 // Saving changes the bytes of changed values and no others: comments, blank lines, order, line
 // breaks, a byte order mark and the spelling of names stay. A value keeps its way of quoting where

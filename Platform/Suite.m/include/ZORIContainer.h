@@ -20,6 +20,7 @@ class ZOR_EXPORT ZORIContainer : public ZORBaseUnknown
 {
     ZOR_DECLARE_CLASS
 public:
+    // For the classes that implement the interface.
     ZORIContainer();
     ~ZORIContainer() override;
 
@@ -36,4 +37,5 @@ public:
     virtual ZORBaseUnknown_var GetMember(int iNumber) const = 0;
 };
 
+// A handle on it.
 using ZORIContainer_var = ZORHandle<ZORIContainer>;

@@ -14,6 +14,7 @@ class ZOR_EXPORT ZORIDuxMaskEditor : public ZORBaseUnknown
 {
     ZOR_DECLARE_CLASS
 public:
+    // For the classes that implement the interface.
     ZORIDuxMaskEditor();
     ~ZORIDuxMaskEditor() override;
 
@@ -23,4 +24,5 @@ public:
     virtual void PutMask(const ZORUnicodeString& iAttribute, const ZORUnicodeString& iMask) = 0;
 };
 
+// A handle on it.
 using ZORIDuxMaskEditor_var = ZORHandle<ZORIDuxMaskEditor>;

@@ -13,6 +13,7 @@ class ZOR_EXPORT ZORIDuxModel : public ZORBaseUnknown
 {
     ZOR_DECLARE_CLASS
 public:
+    // For the classes that implement the interface.
     ZORIDuxModel();
     ~ZORIDuxModel() override;
 
@@ -25,4 +26,5 @@ public:
     virtual ZORUnicodeString GetSchema() = 0;
 };
 
+// A handle on it.
 using ZORIDuxModel_var = ZORHandle<ZORIDuxModel>;

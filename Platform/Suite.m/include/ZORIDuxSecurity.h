@@ -13,6 +13,7 @@ class ZOR_EXPORT ZORIDuxSecurity : public ZORBaseUnknown
 {
     ZOR_DECLARE_CLASS
 public:
+    // For the classes that implement the interface.
     ZORIDuxSecurity();
     ~ZORIDuxSecurity() override;
 
@@ -22,4 +23,5 @@ public:
                           const ZORUnicodeString& iObject) = 0;
 };
 
+// A handle on it.
 using ZORIDuxSecurity_var = ZORHandle<ZORIDuxSecurity>;

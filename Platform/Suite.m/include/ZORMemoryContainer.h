@@ -9,6 +9,10 @@
 // life it then shares.
 //
 //     static const ZORFillDictionary entry("SomeModel", "ZORIContainer", ZORCreateMemoryContainer);
+//
+// What its operations do is told in ZORIContainer.h. Adding a member takes constant time.
+//
+// Thread rule: one thread at a time.
 class ZOR_EXPORT ZORMemoryContainer final : public ZORIContainer
 {
     ZOR_DECLARE_CLASS

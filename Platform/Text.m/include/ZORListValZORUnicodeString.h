@@ -22,6 +22,7 @@
 class ZOR_EXPORT ZORListValZORUnicodeString
 {
 public:
+    // What the standard library's algorithms ask for.
     using value_type = ZORUnicodeString;
     using iterator = ZORUnicodeString*;
     using const_iterator = const ZORUnicodeString*;

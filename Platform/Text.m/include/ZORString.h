@@ -54,6 +54,7 @@ public:
 
     // The number of bytes. Constant time.
     std::size_t GetLength() const noexcept { return _Text.size(); }
+    // Whether there is no byte at all. Constant time.
     bool IsEmpty() const noexcept { return _Text.empty(); }
 
     // Adds text at the end and returns this string; null adds nothing. The text may be this very

@@ -59,6 +59,7 @@ public:
     // The same for a view (or a std::string).
     explicit ZORUnicodeString(std::string_view iBytes);
 
+    // A copy of the bytes.
     ZORUnicodeString(const ZORUnicodeString& iOther);
     ZORUnicodeString& operator=(const ZORUnicodeString& iOther);
     // Constant time, no allocation; leaves `iOther` empty.

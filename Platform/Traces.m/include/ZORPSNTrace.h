@@ -73,6 +73,7 @@ public:
         return iLevel <= _ActiveLevel.load(std::memory_order_relaxed);
     }
 
+    // The scope's level, as given at construction.
     int GetLevel() const { return _Level; }
     // The scope's own indentation in blanks: three for each active scope around it.
     int GetIndent() const;
@@ -85,10 +86,12 @@ public:
     // Sends this thread's line and begins a new one. An empty line sends nothing.
     void Out();
 
+    // The level at which no scope is active.
+    static constexpr int kOff = -0x7fffffff - 1;
     // Turns on the scopes of at most that level; kOff turns all off. Scopes that are open already
     // follow at their next line.
-    static constexpr int kOff = -0x7fffffff - 1;
     static void SetActiveLevel(int iLevel);
+    // The level that was set last, by the program or the environment; kOff when by neither.
     static int GetActiveLevel();
     // Sends lines to the end of that file (made when missing), or to standard error for null or
     // empty. Returns false, with lines going where they went before, when it cannot be opened.

@@ -44,7 +44,7 @@ public:
     static void SetSwitch(const char* iName, int iOn);
 
 protected:
-    int _Handle;
+    int _Handle;        // what GetHandle returns
     int _LastLevel = 0; // of the last put; a derived class notes it before each
     const int* _Switch; // not 0 while the channel is on; valid as long as the process
 };

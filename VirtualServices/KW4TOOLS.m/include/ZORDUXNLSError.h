@@ -17,7 +17,9 @@ class ZOR_EXPORT ZORDUXNLSError : public ZORInternalError
 public:
     // Identifier 0 and no text.
     ZORDUXNLSError();
+    // That identifier and no text. No text goes with any identifier: see GetErrorTable.
     explicit ZORDUXNLSError(unsigned int iId);
+    // Copies identifier, parameters, history and the text that SetNLSMsg made.
     ZORDUXNLSError(const ZORDUXNLSError& iOther);
     ~ZORDUXNLSError() override;
 
@@ -44,8 +46,8 @@ public:
     // Null: errors are made with new.
     static ZORBaseUnknown* CreateItself();
 
-    static const ZORErrDsc errorTable[1];
-    static const unsigned int errorTableLength;
+    static const ZORErrDsc errorTable[1];       // what GetErrorTable gives
+    static const unsigned int errorTableLength; // 1
 
 private:
     ZOR_HIDDEN void ReadMessage(const ZORUnicodeString& iCatalog, const ZORUnicodeString& iKey,

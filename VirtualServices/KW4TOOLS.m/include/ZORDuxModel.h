@@ -21,15 +21,19 @@ public:
     // A model of the kind "ModelSDM" whose schema is one blank, whatever `iType` is: callers tell
     // by that blank that no schema was chosen. Writes nothing to the trace.
     explicit ZORDuxModel(const char* iType);
+    // A model of its own of the same kind and schema, with no members.
     ZORDuxModel(const ZORDuxModel& iOther);
     ZORDuxModel& operator=(const ZORDuxModel&) = delete;
     ~ZORDuxModel() override;
 
+    // The kind of model.
     ZORUnicodeString GetModelType();
+    // The name of its schema.
     ZORUnicodeString GetSchema();
 
     // Registers the class, once.
     static void InitMeta();
+    // The class's metaobject, identifier and name; never freed.
     static ZORMetaClass* MetaObject();
     static const GUID& ClassId();
     static const char* ClassName();

@@ -21,7 +21,9 @@ public:
     ZORDuxNotification(void* iObject, void* iData);
     ~ZORDuxNotification() override;
 
+    // The object that the event is about, as given.
     void* Object() const;
+    // The piece of data, as given.
     void* Data() const;
 
 private:

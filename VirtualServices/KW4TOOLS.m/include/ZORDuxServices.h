@@ -4,6 +4,10 @@
 
 // The services component behind ZORIDuxServices, which documents the operations. Get it from
 // CreateServices; the class is public for those who extend it.
+//
+//     ZORIDuxServices_var services = CreateServices();
+//
+// Thread rule: one thread at a time for one object.
 class ZOR_EXPORT ZORDuxServices : public ZORBaseUnknown
 {
     ZOR_DECLARE_CLASS
@@ -20,6 +24,7 @@ public:
     // Null: only CreateServices makes services.
     static ZORBaseUnknown* CreateItself();
 
+    // The operations of that name of ZORIDuxServices, which tells what they take, return and raise.
     ZORUnicodeString SeekFile(const ZORUnicodeString& iFileName, const ZORUnicodeString& iPath);
     ZORDuxFileAccess CheckFile(const ZORUnicodeString& iFullPath);
     void LoadSchema(const ZORUnicodeString& iSchemaName);

@@ -31,6 +31,7 @@ class ZOR_EXPORT ZORIDuxServices : public ZORBaseUnknown
 {
     ZOR_DECLARE_CLASS
 public:
+    // For the classes that implement the interface.
     ZORIDuxServices();
     ~ZORIDuxServices() override;
 
@@ -131,4 +132,5 @@ public:
     virtual ZORUnicodeString SeekEnv(const ZORUnicodeString& iPath) = 0;
 };
 
+// A handle on it.
 using ZORIDuxServices_var = ZORHandle<ZORIDuxServices>;
