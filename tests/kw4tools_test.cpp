@@ -108,6 +108,8 @@ TEST(kw4tools, TellsWrongUsageOnStandardErrorAndExitsWithTwo)
         {{"id", "--count", ""}, "--count is '', which is not a whole number", "kw4tools id"},
         {{"id", "--count", "2147483648"}, "does not fit 32 bits", "kw4tools id"},
         {{"id", "--count", "99999999999999999999"}, "does not fit 32 bits", "kw4tools id"},
+        {{"interval", "1:2", "3", "--draw", "--json"}, "give one of them", "kw4tools interval"},
+        {{"settings", "list", "f", "-0", "--json"}, "give one of them", "kw4tools settings list"},
         {{"id", "--count", "-1"}, "it cannot be negative", "kw4tools id"},
     };
     const Kw4tools program;
