@@ -178,6 +178,8 @@ TEST(kw4tools_settings, SaysWhatToDoWhenAnErrorIsRaised)
         {{"get", "--origin", "damaged", "A"},
          "damaged.toml: line 1, column ",
          "'damaged'; mend what"},
+        {{"edit", "/dev/null"}, "it is a device, not a file", "'/dev/null'; mend what"},
+        {{"edit", ""}, "needs a name", "the name of the settings file is empty"},
         {{"put", "damaged", "A", "1"}, "damaged.toml: line 1, column ", "'damaged'; mend what"},
         {{"remove", "damaged", "A"}, "damaged.toml: line 1, column ", "'damaged'; mend what"},
         {{"list", "damaged"}, "damaged.toml: line 1, column ", "'damaged'; mend what"},

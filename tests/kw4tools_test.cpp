@@ -23,6 +23,7 @@ const std::vector<Arguments> kCommands = {
     {"settings", "put"},
     {"settings", "remove"},
     {"settings", "list"},
+    {"settings", "edit"},
     {"search"},
     {"find"},
     {"split"},

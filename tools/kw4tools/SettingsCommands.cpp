@@ -5,6 +5,7 @@
 #include "Json.h"
 #include "Program.h"
 #include "SettingNames.h"
+#include "SettingsEditing.h"
 #include "ToldErrors.h"
 #include "ZORSettingOrigin.h"
 
@@ -122,6 +123,20 @@ void AddList(Command& ioSettings)
     });
 }
 
+void AddEdit(Command& ioSettings)
+{
+    Command& edit = ioSettings.Add("edit", "Change a settings file in your editor");
+    const std::string& file = edit.Argument("FILE", kFileHelp, Completion::SettingsFile);
+    edit.Explains(
+        "Opens a copy in $VISUAL, else $EDITOR, else vi, and saves it when the editor\n"
+        "ends: as safely as \"put\" does, and byte for byte. A damaged text is not saved;\n"
+        "on a terminal you may go back to the editor with it. Whatever is not saved stays\n"
+        "in the copy, whose path is told. A file that is damaged already can be mended so.");
+    edit.Example("kw4tools settings edit DUXAdmin");
+    edit.Advises(AdviceOn(file));
+    edit.Does([&](Session&) { return EditSettings(file); });
+}
+
 } // namespace
 
 void AddSettingsCommands(Program& ioProgram)
@@ -136,4 +151,5 @@ void AddSettingsCommands(Program& ioProgram)
     AddPut(settings);
     AddRemove(settings);
     AddList(settings);
+    AddEdit(settings);
 }
