@@ -98,6 +98,21 @@ TEST(kw4tools_settings, GetPrintsValuesThatAreNoStringsAsTheirText)
     EXPECT_EQ(program.Result({"settings", "get", "site", "DAY"}), "2024-02-29\n");
 }
 
+TEST(kw4tools_settings, GetPrintsTheFileAndTheLineThatAValueComesFrom)
+{
+    Kw4tools program;
+    program.Site().Write("one/site.toml", "# first\nA = \"1\"\n\nB = \"\"\"\nx\"\"\"\nC = \"3\"\n");
+    program.Site().Write("two/site.toml", "D = \"4\"\n");
+    const std::string one = program.Site() / "one";
+    program.Run().Environment("ZOR_SETTINGS_PATH", one + ":" + (program.Site() / "two"));
+    EXPECT_EQ(program.Result({"settings", "get", "--origin", "site", "A"}), one + "/site.toml:2\n");
+    EXPECT_EQ(program.Result({"settings", "get", "site", "B", "--origin"}), one + "/site.toml:4\n");
+    EXPECT_EQ(program.Result({"settings", "get", "site", "C", "--origin"}), one + "/site.toml:6\n");
+    const auto [status, out, err] = program({"settings", "get", "--origin", "site", "D"});
+    EXPECT_EQ(status, 1);
+    EXPECT_EQ(out + err, "");
+}
+
 TEST(kw4tools_settings, ListPrintsTheNamesInTheOrderOfTheFile)
 {
     const Kw4tools program;
@@ -160,6 +175,11 @@ TEST(kw4tools_settings, SaysWhatToDoWhenAnErrorIsRaised)
         {{"list", ""}, "line 528\n", "the name of the settings file is empty"},
         {{"remove", "", "A"}, "line 528\n", "the name of the settings file is empty"},
         {{"get", "damaged", "A"}, "damaged.toml: line 1, column ", "'damaged'; mend what"},
+        {{"get", "--origin", "damaged", "A"},
+         "damaged.toml: line 1, column ",
+         "'damaged'; mend what"},
+        {{"edit", "/dev/null"}, "it is a device, not a file", "'/dev/null'; mend what"},
+        {{"edit", ""}, "needs a name", "the name of the settings file is empty"},
         {{"put", "damaged", "A", "1"}, "damaged.toml: line 1, column ", "'damaged'; mend what"},
         {{"remove", "damaged", "A"}, "damaged.toml: line 1, column ", "'damaged'; mend what"},
         {{"list", "damaged"}, "damaged.toml: line 1, column ", "'damaged'; mend what"},

@@ -23,6 +23,7 @@ const std::vector<Arguments> kCommands = {
     {"settings", "put"},
     {"settings", "remove"},
     {"settings", "list"},
+    {"settings", "edit"},
     {"search"},
     {"find"},
     {"split"},
@@ -47,6 +48,7 @@ const std::vector<Arguments> kCommands = {
     {"container"},
     {"classes"},
     {"message"},
+    {"report"},
 };
 
 Arguments With(Arguments iCommand, const std::string& iMore)
@@ -108,6 +110,9 @@ TEST(kw4tools, TellsWrongUsageOnStandardErrorAndExitsWithTwo)
         {{"id", "--count", ""}, "--count is '', which is not a whole number", "kw4tools id"},
         {{"id", "--count", "2147483648"}, "does not fit 32 bits", "kw4tools id"},
         {{"id", "--count", "99999999999999999999"}, "does not fit 32 bits", "kw4tools id"},
+        {{"interval", "1:2", "3", "--draw", "--json"}, "give one of them", "kw4tools interval"},
+        {{"settings", "list", "f", "-0", "--json"}, "give one of them", "kw4tools settings list"},
+        {{"report"}, "FILE is required", "kw4tools report"},
         {{"id", "--count", "-1"}, "it cannot be negative", "kw4tools id"},
     };
     const Kw4tools program;

@@ -20,8 +20,9 @@ public:
         for (const char* name :
              {"ZOR_PSN_TRACE", "ZOR_PSN_TRACE_FILE", "ZOR_PSN_TRACE_CALLS", "ZOR_CATALOG_PATH",
               "ZOR_DICTIONARY_PATH", "ZOR_TRACE", "LD_LIBRARY_PATH", "XDG_CONFIG_HOME", "LANGUAGE",
-              "LC_ALL", "LC_MESSAGES", "LANG"})
+              "LC_ALL", "LC_MESSAGES", "LANG", "NO_COLOR", "VISUAL"})
             _Run.Environment(name, std::nullopt);
+        _Run.Environment("EDITOR", "false"); // no test waits for a person
     }
 
     Outcome operator()(const Arguments& iArguments) const { return _Run(iArguments); }

@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <fcntl.h>
 #include <memory>
+#include <pty.h>
 #include <stdexcept>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -83,6 +84,12 @@ RunProgram& RunProgram::OutputToBrokenPipe()
     return *this;
 }
 
+RunProgram& RunProgram::OnTerminal()
+{
+    _Terminal = true;
+    return *this;
+}
+
 RunProgram& RunProgram::Closed(int iDescriptor)
 {
     _Closed.push_back(iDescriptor);
@@ -91,6 +98,8 @@ RunProgram& RunProgram::Closed(int iDescriptor)
 
 RunProgram::Outcome RunProgram::operator()(const std::vector<std::string>& iArguments) const
 {
+    if (_Terminal)
+        return RunOnTerminal(iArguments);
     const File in = Nameless();
     const File out = Nameless();
     const File err = Nameless();
@@ -104,6 +113,34 @@ RunProgram::Outcome RunProgram::operator()(const std::vector<std::string>& iArgu
         Become(iArguments, fileno(in.get()), fileno(out.get()), fileno(err.get()));
     const int status = Status(process);
     return {status, Contents(out.get()), Contents(err.get())};
+}
+
+RunProgram::Outcome RunProgram::RunOnTerminal(const std::vector<std::string>& iArguments) const
+{
+    int keyboard = -1;
+    int terminal = -1;
+    termios plain{}; // neither echoes nor changes what passes
+    plain.c_lflag = ICANON;
+    plain.c_cc[VEOF] = 4;
+    if (openpty(&keyboard, &terminal, nullptr, &plain, nullptr) != 0)
+        throw std::runtime_error("cannot make a terminal");
+    std::fflush(nullptr);
+    const pid_t process = fork();
+    if (process < 0)
+        throw std::runtime_error("cannot fork");
+    if (process == 0)
+        Become(iArguments, terminal, terminal, terminal);
+    close(terminal);
+    if (write(keyboard, _Input.data(), _Input.size()) != static_cast<ssize_t>(_Input.size()))
+        throw std::runtime_error("cannot type on the terminal");
+    // Nothing more can be read when nobody has the terminal any longer.
+    std::string shown;
+    char piece[4096];
+    for (ssize_t got = 0; (got = read(keyboard, piece, sizeof piece)) > 0;)
+        shown.append(piece, static_cast<std::size_t>(got));
+    const int status = Status(process);
+    close(keyboard);
+    return {status, shown, ""};
 }
 
 void RunProgram::Become(const std::vector<std::string>& iArguments, int iIn, int iOut,

@@ -34,12 +34,16 @@ public:
     RunProgram& OutputTo(std::string iPath);
     // Standard output is a pipe that nobody reads.
     RunProgram& OutputToBrokenPipe();
+    // All three streams are a terminal; what the program writes to it is the outcome's `out`, and
+    // the input is typed there.
+    RunProgram& OnTerminal();
     // The program starts with that descriptor closed.
     RunProgram& Closed(int iDescriptor);
 
     Outcome operator()(const std::vector<std::string>& iArguments) const;
 
 private:
+    Outcome RunOnTerminal(const std::vector<std::string>& iArguments) const;
     [[noreturn]] void Become(const std::vector<std::string>& iArguments, int iIn, int iOut,
                              int iErr) const;
 
@@ -49,5 +53,6 @@ private:
     std::string _Directory;
     std::string _OutputPath;
     bool _BrokenPipe = false;
+    bool _Terminal = false;
     std::vector<int> _Closed;
 };

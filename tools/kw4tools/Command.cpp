@@ -14,8 +14,10 @@ Command& Command::Add(const std::string& iName, const std::string& iPurpose)
     return *_Commands.back();
 }
 
-const std::string& Command::Argument(const std::string& iName, const std::string& iHelp)
+const std::string& Command::Argument(const std::string& iName, const std::string& iHelp,
+                                     Completion iCompletion)
 {
+    _Parameters.push_back({iName, "", iHelp, iCompletion, Parameter::Form::Required});
     std::string& argument = _Arguments.emplace_back();
     _App.add_option_function<std::string>(
             iName, [&argument](const std::string& iMarked) { argument = RawArgument(iMarked); },
@@ -28,6 +30,7 @@ const std::string& Command::Argument(const std::string& iName, const std::string
 const std::optional<std::string>& Command::OptionalArgument(const std::string& iName,
                                                             const std::string& iHelp)
 {
+    _Parameters.push_back({iName, "", iHelp, Completion::None, Parameter::Form::Optional});
     std::optional<std::string>& argument = _Options.emplace_back();
     _App.add_option_function<std::string>(
             iName, [&argument](const std::string& iMarked) { argument = RawArgument(iMarked); },
@@ -37,8 +40,9 @@ const std::optional<std::string>& Command::OptionalArgument(const std::string& i
 }
 
 const std::vector<std::string>& Command::Arguments(const std::string& iName,
-                                                   const std::string& iHelp)
+                                                   const std::string& iHelp, Completion iCompletion)
 {
+    _Parameters.push_back({iName, "", iHelp, iCompletion, Parameter::Form::Repeated});
     std::vector<std::string>& list = _Lists.emplace_back();
     _App.add_option_function<std::vector<std::string>>(
             iName,
@@ -53,6 +57,7 @@ const std::vector<std::string>& Command::Arguments(const std::string& iName,
 
 const bool& Command::Flag(const std::string& iNames, const std::string& iHelp)
 {
+    _Parameters.push_back({iNames, "", iHelp, Completion::None, Parameter::Form::Option});
     bool& flag = _Flags.emplace_back(false);
     _App.add_flag_callback(
             iNames, [&flag] { flag = true; }, iHelp)
@@ -60,14 +65,21 @@ const bool& Command::Flag(const std::string& iNames, const std::string& iHelp)
     return flag;
 }
 
-const std::optional<std::string>&
-Command::Option(const std::string& iName, const std::string& iValue, const std::string& iHelp)
+const std::optional<std::string>& Command::Option(const std::string& iName,
+                                                  const std::string& iValue,
+                                                  const std::string& iHelp, Completion iCompletion)
 {
+    _Parameters.push_back({iName, iValue, iHelp, iCompletion, Parameter::Form::Option});
     std::optional<std::string>& option = _Options.emplace_back();
     _App.add_option_function<std::string>(
             iName, [&option](const std::string& iMarked) { option = RawArgument(iMarked); }, iHelp)
         ->type_name(iValue);
     return option;
+}
+
+const bool& Command::JsonFlag()
+{
+    return Flag("--json", "Print the result as a line of JSON instead");
 }
 
 void Command::AddToFooter(const std::string& iText)
@@ -78,12 +90,14 @@ void Command::AddToFooter(const std::string& iText)
 
 Command& Command::Explains(const std::string& iText)
 {
+    _Explanations.push_back(iText);
     AddToFooter(iText);
     return *this;
 }
 
 Command& Command::Example(const std::string& iLine)
 {
+    _Examples.push_back(iLine);
     AddToFooter("Example:\n  " + iLine);
     return *this;
 }
@@ -111,4 +125,19 @@ const Command& Command::Chosen() const
 std::string Command::Advice() const
 {
     return _Advice ? _Advice() : "stopped by the error above; mend what it names and try again";
+}
+
+std::string Command::Name() const
+{
+    return _App.get_name();
+}
+
+std::string Command::Group() const
+{
+    return _App.get_group();
+}
+
+std::string Command::Purpose() const
+{
+    return _App.get_description();
 }

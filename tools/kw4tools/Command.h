@@ -15,6 +15,15 @@ namespace CLI
 class App;
 }
 
+// What an argument or the value of an option is, for those who complete it.
+enum class Completion {
+    None,
+    File,
+    SettingsFile,
+    Setting, // of the settings file that is given before it
+    Variable // of the environment
+};
+
 // A command of the program, or a family of them: its arguments, its help and what it does.
 //
 //     Command& env = program.Add("env", "Prints the directories …");
@@ -32,21 +41,37 @@ public:
     Command(const Command&) = delete;
     Command& operator=(const Command&) = delete;
 
+    // What the command line of a command may hold besides its name: for the pages on the program.
+    struct Parameter {
+        std::string name;  // "NAME", "--path" or "-h,--help"
+        std::string value; // of an option: what kind of value, nothing when it takes none
+        std::string help;
+        Completion completion;
+        enum class Form { Required, Optional, Repeated, Option } form;
+
+        bool IsOption() const { return form == Form::Option; }
+    };
+
     // A command below this one.
     Command& Add(const std::string& iName, const std::string& iPurpose);
 
     // An argument that must be given. Arguments are taken in the order they are declared in.
-    const std::string& Argument(const std::string& iName, const std::string& iHelp);
+    const std::string& Argument(const std::string& iName, const std::string& iHelp,
+                                Completion iCompletion = Completion::None);
     // An argument that may be left out.
     const std::optional<std::string>& OptionalArgument(const std::string& iName,
                                                        const std::string& iHelp);
     // All further arguments; there may be none.
-    const std::vector<std::string>& Arguments(const std::string& iName, const std::string& iHelp);
+    const std::vector<std::string>& Arguments(const std::string& iName, const std::string& iHelp,
+                                              Completion iCompletion = Completion::None);
     // An option that is given or not.
     const bool& Flag(const std::string& iNames, const std::string& iHelp);
     // An option with a value; `iValue` says what kind of value.
     const std::optional<std::string>& Option(const std::string& iName, const std::string& iValue,
-                                             const std::string& iHelp);
+                                             const std::string& iHelp,
+                                             Completion iCompletion = Completion::None);
+    // The option "--json": the result is to be printed as JSON.
+    const bool& JsonFlag();
 
     // More than the purpose has to say; stands behind the options in the help.
     Command& Explains(const std::string& iText);
@@ -65,11 +90,23 @@ public:
     bool IsFamily() const { return !_Commands.empty(); }
     const CLI::App& Parser() const { return _App; }
 
+    // What the help is made of.
+    std::string Name() const;
+    std::string Group() const;
+    std::string Purpose() const;
+    const std::vector<std::unique_ptr<Command>>& Commands() const { return _Commands; }
+    const std::vector<Parameter>& Parameters() const { return _Parameters; }
+    const std::vector<std::string>& Explanations() const { return _Explanations; }
+    const std::vector<std::string>& Examples() const { return _Examples; }
+
 private:
     void AddToFooter(const std::string& iText);
 
     CLI::App& _App;
     std::vector<std::unique_ptr<Command>> _Commands;
+    std::vector<Parameter> _Parameters;
+    std::vector<std::string> _Explanations;
+    std::vector<std::string> _Examples;
     // Deques: what is in them stays where it is.
     std::deque<std::string> _Arguments;
     std::deque<std::vector<std::string>> _Lists;

@@ -13,3 +13,4 @@ void AddSequenceCommands(Program& ioProgram);  // interval, ids
 void AddModelCommands(Program& ioProgram);     // schema, container, classes
 void AddMessageCommand(Program& ioProgram);    // message
 void AddTextCommands(Program& ioProgram);      // text
+void AddReportCommand(Program& ioProgram);     // report

@@ -2,6 +2,7 @@
 
 #include "Commands.h"
 #include "Failure.h"
+#include "Json.h"
 #include "LineReader.h"
 #include "Program.h"
 #include "TraceRecording.h"
@@ -13,19 +14,37 @@ namespace
 
 const char kGroup[] = "Files";
 
+std::string AsLine(const ZORDuxFileAccess& iMay)
+{
+    return "exists=" + std::to_string(iMay.exists) + " readable=" + std::to_string(iMay.readable) +
+           " writable=" + std::to_string(iMay.writable) +
+           " executable=" + std::to_string(iMay.executable);
+}
+
+std::string AsJson(const std::string& iPath, const ZORDuxFileAccess& iMay)
+{
+    return Json::Object()
+        .Add("path", iPath)
+        .Add("exists", iMay.exists != 0)
+        .Add("readable", iMay.readable != 0)
+        .Add("writable", iMay.writable != 0)
+        .Add("executable", iMay.executable != 0)
+        .Text();
+}
+
 void AddCheck(Program& ioProgram)
 {
     Command& check = ioProgram.Add(kGroup, "check", "Tell what you may do with a file");
-    const std::string& path = check.Argument("PATH", "The file or directory");
-    check.Explains("Prints a line like \"exists=1 readable=1 writable=0 executable=0\".\n"
-                   "Exit status 1 when it does not exist.");
+    const std::string& path = check.Argument("PATH", "The file or directory", Completion::File);
+    const bool& json = check.JsonFlag();
+    check.Explains(
+        "Prints a line like \"exists=1 readable=1 writable=0 executable=0\".\n"
+        "Exit status 1 when it does not exist. As JSON: {\"path\":PATH,\"exists\":true,\n"
+        "\"readable\":true,\"writable\":false,\"executable\":false}.");
     check.Example("kw4tools check /etc/passwd");
     check.Does([&](Session& ioSession) {
         const ZORDuxFileAccess may = ioSession.Services().CheckFile(Text(path));
-        ioSession.Out().Line("exists=" + std::to_string(may.exists) +
-                             " readable=" + std::to_string(may.readable) +
-                             " writable=" + std::to_string(may.writable) +
-                             " executable=" + std::to_string(may.executable));
+        ioSession.Out().Line(json ? AsJson(path, may) : AsLine(may));
         return YesIf(may.exists);
     });
 }
@@ -72,7 +91,7 @@ ZORListValZORUnicodeString ReadLines(Session& ioSession, const std::string& iFil
 void AddRead(Program& ioProgram)
 {
     Command& read = ioProgram.Add(kGroup, "read", "Print a text file, or count its lines");
-    const std::string& file = read.Argument("FILE", "The file");
+    const std::string& file = read.Argument("FILE", "The file", Completion::File);
     const bool& count = read.Flag("--count", "Print how many lines were read instead; a line of\n"
                                              "more than 1023 bytes counts as several");
     read.Explains("Prints the file byte for byte.");
@@ -103,7 +122,8 @@ ZORListValZORUnicodeString StandardInputLines()
 void AddWrite(Program& ioProgram)
 {
     Command& write = ioProgram.Add(kGroup, "write", "Write standard input to a text file");
-    const std::string& file = write.Argument("FILE", "The file; what is in it is replaced");
+    const std::string& file =
+        write.Argument("FILE", "The file; what is in it is replaced", Completion::File);
     write.Example("kw4tools write notes.txt < draft.txt");
     write.Does([&](Session& ioSession) {
         const ZORListValZORUnicodeString lines = StandardInputLines();

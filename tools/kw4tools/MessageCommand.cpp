@@ -2,6 +2,7 @@
 
 #include "Commands.h"
 #include "Failure.h"
+#include "Json.h"
 #include "Program.h"
 #include "ToldErrors.h"
 #include "ZORDuxMessenger.h"
@@ -23,7 +24,7 @@ std::string OneLine(const ZORUnicodeString& iText)
 }
 
 Status PrintMessage(Session& ioSession, const std::string& iTag,
-                    const std::vector<std::string>& iParameters)
+                    const std::vector<std::string>& iParameters, bool iAsJson)
 {
     ZORDuxMessenger& messenger = *GetDuxMessenger();
     messenger.Set(Text(iTag));
@@ -35,18 +36,29 @@ Status PrintMessage(Session& ioSession, const std::string& iTag,
         messenger.GetShortMsg(shortText);
         messenger.GetLongMsg(longText);
     });
+    if (iAsJson) {
+        ioSession.Out().Line(Json::Object()
+                                 .Add("class", messenger.Ier())
+                                 .Add("short", View(shortText))
+                                 .Add("long", View(longText))
+                                 .Text());
+        return Status::Yes;
+    }
     ioSession.Out().Line("class " + std::to_string(messenger.Ier()));
     ioSession.Out().Line("short " + OneLine(shortText));
     ioSession.Out().Line("long " + OneLine(longText));
     return Status::Yes;
 }
 
-Status CheckCatalog(Session& ioSession, const std::string& iCatalog)
+Status CheckCatalog(Session& ioSession, const std::string& iCatalog, bool iAsJson)
 {
     const std::vector<std::string> differences =
         TellingErrors([&] { return ZORMsgCatalogDifferences(iCatalog.c_str()); });
-    for (const std::string& difference : differences)
-        ioSession.Out().Line(difference);
+    if (iAsJson)
+        ioSession.Out().Line(Json::ArrayOf(differences).Text());
+    else
+        for (const std::string& difference : differences)
+            ioSession.Out().Line(difference);
     return YesIf(differences.empty());
 }
 
@@ -64,10 +76,13 @@ void AddMessageCommand(Program& ioProgram)
         message.Option("--check", "CATALOG",
                        "Print instead what differs between the locales of a catalog;\n"
                        "exit status 1 when anything does");
-    message.Explains("Prints three lines: \"class N\" (2 warning, 1 information, -1 error or not\n"
-                     "known), \"short TEXT\" and \"long TEXT\", a newline in a text as \"\\n\".\n"
-                     "The texts come from the catalogs in the directories of ZOR_CATALOG_PATH, in\n"
-                     "your language where they have it; \"kw4tools status\" lists them.");
+    const bool& json = message.JsonFlag();
+    message.Explains(
+        "Prints three lines: \"class N\" (2 warning, 1 information, -1 error or not\n"
+        "known), \"short TEXT\" and \"long TEXT\", a newline in a text as \"\\n\". As JSON:\n"
+        "{\"class\":N,\"short\":TEXT,\"long\":TEXT}, or an array of the differences.\n"
+        "The texts come from the catalogs in the directories of ZOR_CATALOG_PATH, in\n"
+        "your language where they have it; \"kw4tools status\" lists them.");
     message.Example("kw4tools message CDA_W_0001 plate ann");
     message.Advises([&] {
         return catalog ? "the catalog '" + *catalog +
@@ -80,7 +95,7 @@ void AddMessageCommand(Program& ioProgram)
     message.Does([&](Session& ioSession) {
         if (!tag == !catalog)
             throw UsageError(tag ? "--check takes a catalog alone, and no TAG" : "TAG is required");
-        return catalog ? CheckCatalog(ioSession, *catalog)
-                       : PrintMessage(ioSession, *tag, parameters);
+        return catalog ? CheckCatalog(ioSession, *catalog, json)
+                       : PrintMessage(ioSession, *tag, parameters, json);
     });
 }

@@ -44,8 +44,8 @@ void AddLoad(Command& ioSchema)
 {
     Command& load = ioSchema.Add("load", "Load a schema library and run its creation function");
     const std::string& name = load.Argument("NAME", kSchemaHelp);
-    const std::optional<std::string>& path =
-        load.Option("--path", "FILE", "Load this file, wherever the library would be found");
+    const std::optional<std::string>& path = load.Option(
+        "--path", "FILE", "Load this file, wherever the library would be found", Completion::File);
     load.Explains("The library is found in the current directory or along LD_LIBRARY_PATH; its\n"
                   "creation function is \"fctCreate\" and the name.");
     load.Example("kw4tools schema load AP214");

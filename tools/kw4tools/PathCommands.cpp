@@ -49,7 +49,8 @@ void AddEnv(Program& ioProgram)
 {
     Command& env =
         ioProgram.Add(kGroup, "env", "Print the directories that an environment variable lists");
-    const std::string& variable = env.Argument("VARIABLE", "The variable's name, without a \"$\"");
+    const std::string& variable =
+        env.Argument("VARIABLE", "The variable's name, without a \"$\"", Completion::Variable);
     env.Explains("One directory a line. Exit status 1 when the variable is not set.");
     env.Example("kw4tools env PATH");
     env.Does([&](Session& ioSession) {

@@ -98,23 +98,44 @@ void SearchExplanation::Note(const std::string& iText)
     _Stages.back().notes.push_back(iText);
 }
 
-void SearchExplanation::Write(std::ostream& ioStream) const
+void SearchExplanation::Write(std::ostream& ioStream, const Colours& iColours) const
 {
     ioStream << "looking for " << _FileName << '\n';
     for (const Stage& stage : _Stages) {
-        if (stage.notes.empty() && stage.places.empty())
-            continue; // nothing to look at, as for a name without a directory
+        if (stage.IsEmpty())
+            continue;
         ioStream << stage.title << ":\n";
         for (const std::string& note : stage.notes)
             ioStream << "  " << note << '\n';
         for (const std::string& place : stage.places)
-            ioStream << (stage.found && &place == &stage.places.back() ? "  found      "
-                                                                       : "  not there  ")
-                     << place << '\n';
+            ioStream << "  "
+                     << (stage.IsHit(place) ? iColours.Good("found    ")
+                                            : iColours.Doubtful("not there"))
+                     << "  " << place << '\n';
     }
     if (_Reading)
-        ioStream << "an error ended the search\n";
+        ioStream << iColours.Bad("an error ended the search") << '\n';
     else if (_Stages.empty() || !_Stages.back().found)
-        ioStream << "not found\n";
+        ioStream << iColours.Bad("not found") << '\n';
     ioStream.flush();
+}
+
+Json SearchExplanation::Stages() const
+{
+    Json stages = Json::Array();
+    for (const Stage& stage : _Stages)
+        if (!stage.IsEmpty())
+            stages.Add(AsJson(stage));
+    return stages;
+}
+
+Json SearchExplanation::AsJson(const Stage& iStage)
+{
+    const Json places = Json::ArrayOf(iStage.places, [&](const std::string& each) {
+        return Json::Object().Add("path", each).Add("found", iStage.IsHit(each));
+    });
+    return Json::Object()
+        .Add("stage", iStage.title)
+        .Add("notes", Json::ArrayOf(iStage.notes))
+        .Add("places", places);
 }

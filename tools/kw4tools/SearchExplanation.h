@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Colours.h"
+#include "Json.h"
 #include "TraceRecording.h"
 
 #include <iosfwd>
@@ -24,7 +26,9 @@ public:
     // error ended the search.
     explicit SearchExplanation(const std::vector<TraceRecording::Line>& iLines);
 
-    void Write(std::ostream& ioStream) const;
+    void Write(std::ostream& ioStream, const Colours& iColours) const;
+    // The stages as an array of objects: {"stage":…,"notes":[…],"places":[{"path":…,"found":…}]}.
+    Json Stages() const;
 
 private:
     // A part of the search: what is to be said about it, and the places where it looked. A stage
@@ -34,8 +38,13 @@ private:
         std::vector<std::string> notes;
         std::vector<std::string> places;
         bool found = false;
+
+        // A search may look nowhere: beside a name without a directory, say.
+        bool IsEmpty() const { return notes.empty() && places.empty(); }
+        bool IsHit(const std::string& iPlace) const { return found && &iPlace == &places.back(); }
     };
 
+    static Json AsJson(const Stage& iStage);
     void ReadSearchPath(std::string_view iMessage);
     void ReadGetSetting(std::string_view iMessage);
     void ReadSeekFile(std::string_view iMessage);

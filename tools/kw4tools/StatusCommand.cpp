@@ -1,12 +1,15 @@
 // status: where the program looks for what, and what is there.
 
+#include "Colours.h"
 #include "Commands.h"
+#include "Json.h"
 #include "Program.h"
 #include "ZORDictionaryDirectories.h"
 #include "ZORMsgCatalogDirectories.h"
 #include "ZORSettingDirectories.h"
 
 #include <map>
+#include <unistd.h>
 
 namespace
 {
@@ -14,66 +17,82 @@ namespace
 const char kSettingsFile[] = "DUXAdmin";
 const char kSearchPath[] = "DUX_SEARCH_PATH";
 
-void PrintDirectory(Session& ioSession, const std::string& iKind, const ZORUnicodeString& iPath)
-{
-    const bool exists = ioSession.Services().CheckFile(iPath).exists;
-    ioSession.Out().Line(iKind + ": " + std::string(View(iPath)) +
-                         (exists ? " (exists)" : " (missing)"));
-}
+struct File {
+    std::string path;
+    std::string first; // the one of the same name in an earlier directory, if there is one
+};
 
-// The files of one kind, in the order of the search.
+struct Directory {
+    std::string path;
+    std::vector<File> files;
+};
+
+// The directories of one kind of files, in the order of the search, and the words for them.
+struct Place {
+    const char* kind;       // "catalog": a "catalog directory" holds a "catalog file"
+    const char* remark;     // how a file lies to the first of its name; null: by itself
+    const char* jsonName;   // of the array of directories
+    const char* jsonRemark; // of the member that is the first file of the name
+    std::vector<Directory> directories;
+};
+
+// Notes the files of further directories, and which of them come behind others.
 class Files
 {
 public:
-    // `iRemark` tells of a file that comes behind one of the same name in an earlier directory.
-    Files(std::string iKind, std::string iRemark)
-        : _Kind(std::move(iKind)), _Remark(std::move(iRemark))
+    Directory In(const std::string& iDirectory, const std::vector<std::string>& iNames)
     {
-    }
-
-    void Print(Session& ioSession, const std::string& iDirectory,
-               const std::vector<std::string>& iNames)
-    {
+        Directory directory{iDirectory, {}};
         for (const std::string& name : iNames) {
             const std::string path = iDirectory + "/" + name + ".toml";
             const auto [first, isFirst] = _First.try_emplace(name, path);
-            ioSession.Out().Line(_Kind + " file: " + path +
-                                 (isFirst ? "" : " (" + _Remark + " " + first->second + ")"));
+            directory.files.push_back({path, isFirst ? "" : first->second});
         }
+        return directory;
     }
 
 private:
-    std::string _Kind;
-    std::string _Remark;
     std::map<std::string, std::string> _First;
 };
 
-void PrintSettings(Session& ioSession)
+Place SettingsPlace()
 {
-    Files files("settings", "shadowed by");
-    for (const ZORSettingDirectory& directory : ZORSettingDirectories()) {
-        PrintDirectory(ioSession, "settings directory", Text(directory.path));
-        files.Print(ioSession, directory.path, directory.names);
-    }
+    Place place{"settings", "shadowed by", "settings", "shadowed_by", {}};
+    Files files;
+    for (const ZORSettingDirectory& each : ZORSettingDirectories())
+        place.directories.push_back(files.In(each.path, each.names));
+    return place;
 }
 
 // A text of a catalog is looked for by its key, so of two files neither hides all of the other.
-void PrintCatalogs(Session& ioSession)
+Place CatalogsPlace()
 {
-    Files files("catalog", "behind");
-    for (const ZORMsgCatalogDirectory& directory : ZORMsgCatalogDirectories()) {
-        PrintDirectory(ioSession, "catalog directory", Text(directory.path));
-        files.Print(ioSession, directory.path, directory.names);
-    }
+    Place place{"catalog", "behind", "catalogs", "behind", {}};
+    Files files;
+    for (const ZORMsgCatalogDirectory& each : ZORMsgCatalogDirectories())
+        place.directories.push_back(files.In(each.path, each.names));
+    return place;
 }
 
-void PrintDictionaries(Session& ioSession)
+Place DictionariesPlace()
 {
-    for (const ZORDictionaryDirectory& directory : ZORDictionaryDirectories()) {
-        PrintDirectory(ioSession, "dictionary directory", Text(directory.path));
-        for (const std::string& name : directory.names)
-            ioSession.Out().Line("dictionary file: " + directory.path + "/" + name);
+    Place place{"dictionary", nullptr, "dictionaries", nullptr, {}};
+    for (const ZORDictionaryDirectory& each : ZORDictionaryDirectories()) {
+        Directory directory{each.path, {}};
+        for (const std::string& name : each.names)
+            directory.files.push_back({each.path + "/" + name, ""});
+        place.directories.push_back(std::move(directory));
     }
+    return place;
+}
+
+std::vector<Place> Places()
+{
+    std::vector<Place> places;
+    places.push_back(SettingsPlace());
+    places.push_back(CatalogsPlace());
+    places.push_back(DictionariesPlace());
+    return places;
 }
 
 // The directories that a search tries, in its order: the entries of the search path, each that
@@ -93,10 +112,79 @@ ZORListValZORUnicodeString SearchDirectories(ZORIDuxServices& ioServices)
     return ioServices.SeekPath(path);
 }
 
-void PrintSearchPath(Session& ioSession)
+bool Exists(Session& ioSession, const ZORUnicodeString& iPath)
 {
+    return ioSession.Services().CheckFile(iPath).exists != 0;
+}
+
+// Prints all that is there, line by line.
+class StatusLines
+{
+public:
+    explicit StatusLines(Session& ioSession) : _Session(ioSession) {}
+
+    void Print(const Place& iPlace)
+    {
+        for (const Directory& directory : iPlace.directories) {
+            PrintDirectory(std::string(iPlace.kind) + " directory", Text(directory.path));
+            for (const File& file : directory.files) {
+                std::string line = std::string(iPlace.kind) + " file: " + file.path;
+                if (!file.first.empty())
+                    line += " (" + _Colours.Doubtful(iPlace.remark) + " " + file.first + ")";
+                _Session.Out().Line(line);
+            }
+        }
+    }
+
+    void PrintDirectory(const std::string& iKind, const ZORUnicodeString& iPath)
+    {
+        const std::string verdict =
+            Exists(_Session, iPath) ? _Colours.Good("exists") : _Colours.Doubtful("missing");
+        _Session.Out().Line(iKind + ": " + std::string(View(iPath)) + " (" + verdict + ")");
+    }
+
+private:
+    Session& _Session;
+    const Colours _Colours{STDOUT_FILENO};
+};
+
+void PrintLines(Session& ioSession)
+{
+    StatusLines lines(ioSession);
+    for (const Place& place : Places())
+        lines.Print(place);
     for (const ZORUnicodeString& directory : SearchDirectories(ioSession.Services()))
-        PrintDirectory(ioSession, "search path entry", directory);
+        lines.PrintDirectory("search path entry", directory);
+}
+
+Json AsJson(Session& ioSession, const Place& iPlace)
+{
+    const auto fileAsJson = [&](const File& iFile) {
+        Json file = Json::Object();
+        file.Add("path", iFile.path);
+        if (iPlace.jsonRemark)
+            file.Add(iPlace.jsonRemark, iFile.first.empty() ? Json(nullptr) : Json(iFile.first));
+        return file;
+    };
+    return Json::ArrayOf(iPlace.directories, [&](const Directory& each) {
+        return Json::Object()
+            .Add("directory", each.path)
+            .Add("exists", Exists(ioSession, Text(each.path)))
+            .Add("files", Json::ArrayOf(each.files, fileAsJson));
+    });
+}
+
+void PrintJson(Session& ioSession)
+{
+    Json status = Json::Object();
+    for (const Place& place : Places())
+        status.Add(place.jsonName, AsJson(ioSession, place));
+    Json entries = Json::Array();
+    for (const ZORUnicodeString& directory : SearchDirectories(ioSession.Services()))
+        entries.Add(Json::Object()
+                        .Add("directory", View(directory))
+                        .Add("exists", Exists(ioSession, directory)));
+    ioSession.Out().Line(status.Add("search_path", entries).Text());
 }
 
 } // namespace
@@ -110,17 +198,17 @@ void AddStatusCommand(Program& ioProgram)
         "The directories in the order of the search, with the files in them; of\n"
         "settings files with one name the first is read and shadows the others, of\n"
         "catalogs the texts of the first count before those behind it. Then the entries\n"
-        "of the search path, with settings and variables replaced by their values.");
+        "of the search path, with settings and variables replaced by their values.\n"
+        "As JSON: an object with the arrays \"settings\", \"catalogs\", \"dictionaries\"\n"
+        "and \"search_path\", each of directories.");
+    const bool& json = status.JsonFlag();
     status.Example("kw4tools status");
     status.Advises([] {
         return "the search path cannot be told: mend the setting DUX_SEARCH_PATH, or the settings "
                "file DUXAdmin, as the message above says";
     });
-    status.Does([](Session& ioSession) {
-        PrintSettings(ioSession);
-        PrintCatalogs(ioSession);
-        PrintDictionaries(ioSession);
-        PrintSearchPath(ioSession);
+    status.Does([&](Session& ioSession) {
+        json ? PrintJson(ioSession) : PrintLines(ioSession);
         return Status::Yes;
     });
 }

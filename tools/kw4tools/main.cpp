@@ -16,5 +16,6 @@ int main(int argc, char** argv)
     AddSequenceCommands(program);
     AddModelCommands(program);
     AddMessageCommand(program);
+    AddReportCommand(program);
     return program.Run({argv + (argc > 0 ? 1 : 0), argv + argc});
 }

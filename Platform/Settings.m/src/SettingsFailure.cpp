@@ -40,3 +40,9 @@ void RaiseDamage(const std::string& iFile, TextPosition iWhere, const std::strin
     RaiseFailure(iFile, "line " + std::to_string(iWhere.line) + ", column " +
                             std::to_string(iWhere.column) + ": " + iWhat);
 }
+
+void RaiseNoDirectory()
+{
+    RaiseFailure("(none)", "there is no directory to keep it in: set ZOR_SETTINGS_PATH, "
+                           "XDG_CONFIG_HOME or HOME");
+}

@@ -24,3 +24,6 @@ TextPosition PositionOf(std::string_view iText, std::size_t iOffset);
 // "<file>: line 3, column 5: <what>"
 [[noreturn]] void RaiseDamage(const std::string& iFile, TextPosition iWhere,
                               const std::string& iWhat);
+
+// "(none): there is no directory to keep it in: …"
+[[noreturn]] void RaiseNoDirectory();

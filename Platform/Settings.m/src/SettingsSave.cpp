@@ -1,112 +1,21 @@
 #include "SettingsSave.h"
 
-#include "FileReplacement.h"
+#include "LockedSettings.h"
 #include "SettingsEdit.h"
-#include "SettingsFailure.h"
-#include "SettingsFile.h"
-#include "SettingsLock.h"
-#include "SettingsPath.h"
-
-#include <fcntl.h>
-
-namespace
-{
-
-Descriptor OpenDirectory(const std::string& iDirectory)
-{
-    return Descriptor(Uninterrupted(
-        [&] { return open(iDirectory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC); }));
-}
-
-// Makes the directory, for its owner alone, and what is missing above it. Whoever else makes it at
-// the same time is welcome.
-void MakeDirectory(const std::string& iFile, const std::string& iDirectory)
-{
-    const std::string above = DirectoryOf(iDirectory);
-    int made = mkdir(iDirectory.c_str(), 0700);
-    if (made != 0 && errno == ENOENT && above != iDirectory) {
-        MakeDirectory(iFile, above);
-        made = mkdir(iDirectory.c_str(), 0700);
-    }
-    if (made != 0 && errno == EEXIST)
-        return;
-    if (made != 0)
-        RaiseSystemFailure(iFile, "make the directory " + iDirectory, errno);
-    const Descriptor opened = OpenDirectory(above);
-    if (opened && !SyncDirectory(opened.Get()))
-        RaiseSystemFailure(iFile, "sync the directory " + above, errno);
-}
-
-// The directory of the file; made when it is missing, but never one that only a link leads to: that
-// may be a disk which is not there just now.
-Descriptor OpenDirectoryOf(const std::string& iTarget, bool iMayMake)
-{
-    const std::string path = DirectoryOf(iTarget);
-    Descriptor directory = OpenDirectory(path);
-    if (!directory && errno == ENOENT && iMayMake) {
-        MakeDirectory(iTarget, path);
-        directory = OpenDirectory(path);
-    }
-    if (!directory)
-        RaiseSystemFailure(iTarget, "open the directory " + path, errno);
-    return directory;
-}
-
-// The names beside the file `iName`, hidden ones, without its ".toml": a settings file is locked by
-// the same name however it was called.
-std::string NameBeside(std::string_view iName, std::string_view iSuffix)
-{
-    constexpr std::string_view toml = ".toml";
-    if (iName.size() > toml.size() && iName.ends_with(toml))
-        iName.remove_suffix(toml.size());
-    return '.' + std::string(iName) + std::string(iSuffix);
-}
-
-// Whether the file is there; raises an error when it must not be replaced.
-bool LookAtTarget(const std::string& iFile, int iDirectory, const std::string& iName,
-                  struct stat& oStatus)
-{
-    if (fstatat(iDirectory, iName.c_str(), &oStatus, AT_SYMLINK_NOFOLLOW) != 0) {
-        if (errno == ENOENT)
-            return false;
-        RaiseSystemFailure(iFile, "look at it", errno);
-    }
-    RequireSettingsFile(iFile, oStatus);
-    if (faccessat(iDirectory, iName.c_str(), W_OK, AT_EACCESS) != 0)
-        RaiseSystemFailure(iFile, "write it", errno);
-    return true;
-}
-
-} // namespace
 
 std::shared_ptr<const SettingsText> SaveSettings(const std::string& iPath,
                                                  const std::shared_ptr<const SettingsText>& iKnown,
                                                  const SettingsChanges& iChanges)
 {
-    const std::string target = FollowLinks(iPath);
-    const std::string name(FileNameOf(target));
-    if (name.empty() || name == "." || name == "..")
-        RaiseFailure(iPath, "this is not the name of a file");
-    const Descriptor directory = OpenDirectoryOf(target, target == iPath);
-    struct stat status;
-    const bool exists = LookAtTarget(target, directory.Get(), name, status);
-
-    const std::string lockName = NameBeside(name, ".lock");
-    const SettingsLock lock(target, directory.Get(), lockName, exists ? &status : nullptr);
-    std::optional<SettingsFile> old =
-        ReadSettingsFile(target, directory.Get(), name.c_str(), O_NOFOLLOW);
-    auto before = !old ? SettingsText::Nothing()
-                  : old->bytes == iKnown->Bytes()
-                      ? iKnown
-                      : SettingsText::Read(target, std::move(old->bytes), iKnown.get());
-    std::string edited = EditSettings(target, *before, iChanges);
+    LockedSettings settings(iPath);
+    std::string old = settings.TakeBytes();
+    const auto before = old == iKnown->Bytes()
+                            ? iKnown
+                            : SettingsText::Read(settings.File(), std::move(old), iKnown.get());
+    std::string edited = EditSettings(settings.File(), *before, iChanges);
     if (edited == before->Bytes())
         return before;
-
-    auto after = SettingsText::Read(target, std::move(edited), before.get());
-    const std::string temporary = NameBeside(name, ".tmp");
-    FileReplacement replacement(target, directory.Get(), name, temporary, old ? &*old : nullptr);
-    replacement.Write(after->Bytes());
-    replacement.Commit();
+    auto after = SettingsText::Read(settings.File(), std::move(edited), before.get());
+    settings.Replace(after->Bytes());
     return after;
 }

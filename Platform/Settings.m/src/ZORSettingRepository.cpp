@@ -213,8 +213,7 @@ void ZORSettingRepository::SaveRepository()
     if (settings.changes.IsEmpty())
         return;
     if (path.empty())
-        RaiseFailure("(none)", "there is no directory to keep it in: set ZOR_SETTINGS_PATH, "
-                               "XDG_CONFIG_HOME or HOME");
+        RaiseNoDirectory();
     WithMemory(path, "save it", [&] {
         settings = {SaveSettings(path, settings.text, settings.changes), {}};
         CacheSavedSettings(path, settings.text);
