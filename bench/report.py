@@ -45,7 +45,7 @@ def goals(area, case):
     for line in (BENCH / "goals").read_text().splitlines():
         fields = line.split()
         if fields and fields[0] == area and fnmatch.fnmatch(case, fields[1]):
-            return float(fields[2]), float(fields[3])
+            return tuple(None if each == "-" else float(each) for each in fields[2:4])
     return None, None
 
 
