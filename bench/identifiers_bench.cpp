@@ -1,169 +1,48 @@
 // Lists of identifiers: intersection, subtraction, removal of duplicates, membership, through the
-// public interface; the same by hand over plain records, which is the least there is to do; and
-// what one would write with the standard sets. All give the same number of elements, or the row
-// fails.
-//
-// The arguments are the number of identifiers in each list and the octets of each. Half of the
-// second list stands in the first; of the list with duplicates each identifier stands there twice.
+// public interface; by hand over plain records, with a table of their positions; and with sets.
 
 #include "ZORConfigServices.h"
+#include "identifiers_rows.h"
 
-#include <benchmark/benchmark.h>
-
-#include <algorithm>
 #include <array>
-#include <chrono>
 #include <cstring>
-#include <random>
 #include <set>
-#include <string>
-#include <unordered_set>
-#include <vector>
 
 namespace
 {
 
-using Octets = std::vector<std::string>;
+struct Ours {
+    using List = _SEQUENCE_CORBAAny;
 
-struct Lists {
-    Octets first, second, twice;
+    static List Make(const Octets& iOctets)
+    {
+        const int count = static_cast<int>(iOctets.size());
+        List list;
+        list.maximum(count);
+        list.length(count);
+        for (int i = 0; i < count; ++i) {
+            const std::string& octets = iOctets[static_cast<std::size_t>(i)];
+            _SEQUENCE_octet identifier;
+            identifier.maximum(static_cast<long>(octets.size()));
+            identifier.length(static_cast<long>(octets.size()));
+            std::memcpy(identifier.buffer(), octets.data(), octets.size());
+            list[i] << identifier;
+        }
+        return list;
+    }
+    static std::size_t Size(const List& iList) { return static_cast<std::size_t>(iList.length()); }
+    static List Intersect(List& iFirst, List& iSecond)
+    {
+        return SequenceCrbAnyIntersection(iFirst, iSecond);
+    }
+    static List Subtract(List& iFirst, List& iSecond)
+    {
+        return SequenceCrbAnySubstraction(iFirst, iSecond);
+    }
+    static void Unique(List& ioList) { RemoveDuplicate(ioList); }
 };
 
-Lists MakeLists(std::size_t iCount, std::size_t iOctets)
-{
-    std::mt19937_64 random(iCount * 64 + iOctets);
-    const auto identifier = [&] {
-        std::string octets(iOctets, '\0');
-        for (char& each : octets)
-            each = static_cast<char>(random());
-        return octets;
-    };
-    Lists lists;
-    for (std::size_t i = 0; i < iCount; ++i) {
-        lists.first.push_back(identifier());
-        lists.second.push_back(i % 2 ? identifier() : lists.first.back());
-        lists.twice.push_back(lists.first[i / 2]);
-    }
-    std::shuffle(lists.second.begin(), lists.second.end(), random);
-    std::shuffle(lists.twice.begin(), lists.twice.end(), random);
-    return lists;
-}
-
-Lists ListsFor(const benchmark::State& iState)
-{
-    return MakeLists(static_cast<std::size_t>(iState.range(0)),
-                     static_cast<std::size_t>(iState.range(1)));
-}
-
-void Count(benchmark::State& ioState, std::size_t iGot, std::size_t iExpected)
-{
-    if (iGot != iExpected)
-        ioState.SkipWithError("another result");
-    ioState.SetItemsProcessed(ioState.iterations() * ioState.range(0));
-}
-
-std::size_t Kept(const Octets& iFirst, const Octets& iSecond)
-{
-    const std::unordered_set<std::string> second(iSecond.begin(), iSecond.end());
-    return static_cast<std::size_t>(std::count_if(
-        iFirst.begin(), iFirst.end(), [&](const std::string& each) { return second.count(each); }));
-}
-
-std::size_t Distinct(const Octets& iList)
-{
-    return std::unordered_set<std::string>(iList.begin(), iList.end()).size();
-}
-
-// Ours.
-
-_SEQUENCE_CORBAAny ListOf(const Octets& iOctets)
-{
-    const int count = static_cast<int>(iOctets.size());
-    _SEQUENCE_CORBAAny list;
-    list.maximum(count);
-    list.length(count);
-    for (int i = 0; i < count; ++i) {
-        const std::string& octets = iOctets[static_cast<std::size_t>(i)];
-        _SEQUENCE_octet identifier;
-        identifier.maximum(static_cast<long>(octets.size()));
-        identifier.length(static_cast<long>(octets.size()));
-        std::memcpy(identifier.buffer(), octets.data(), octets.size());
-        list[i] << identifier;
-    }
-    return list;
-}
-
-void IntersectOurs(benchmark::State& ioState)
-{
-    const Lists lists = ListsFor(ioState);
-    _SEQUENCE_CORBAAny first = ListOf(lists.first);
-    _SEQUENCE_CORBAAny second = ListOf(lists.second);
-    int length = 0;
-    for (auto _ : ioState) {
-        const _SEQUENCE_CORBAAny common = SequenceCrbAnyIntersection(first, second);
-        length = common.length();
-        benchmark::DoNotOptimize(common.buffer());
-    }
-    Count(ioState, static_cast<std::size_t>(length), Kept(lists.first, lists.second));
-}
-
-void SubtractOurs(benchmark::State& ioState)
-{
-    const Lists lists = ListsFor(ioState);
-    _SEQUENCE_CORBAAny first = ListOf(lists.first);
-    _SEQUENCE_CORBAAny second = ListOf(lists.second);
-    int length = 0;
-    for (auto _ : ioState) {
-        const _SEQUENCE_CORBAAny further = SequenceCrbAnySubstraction(first, second);
-        length = further.length();
-        benchmark::DoNotOptimize(further.buffer());
-    }
-    Count(ioState, static_cast<std::size_t>(length),
-          lists.first.size() - Kept(lists.first, lists.second));
-}
-
-// Times the removal alone: it is done to copies of the list that are made beforehand.
-template <class List, class Remove>
-std::size_t TimeRemoval(benchmark::State& ioState, const List& iList, Remove iRemove)
-{
-    const std::size_t copies =
-        std::max<std::size_t>(1, 10000 / static_cast<std::size_t>(ioState.range(0)));
-    std::size_t length = 0;
-    while (ioState.KeepRunningBatch(static_cast<benchmark::IterationCount>(copies))) {
-        std::vector<List> lists(copies, iList);
-        const auto start = std::chrono::steady_clock::now();
-        for (List& list : lists)
-            length = iRemove(list);
-        const auto end = std::chrono::steady_clock::now();
-        ioState.SetIterationTime(std::chrono::duration<double>(end - start).count());
-    }
-    return length;
-}
-
-void UniqueOurs(benchmark::State& ioState)
-{
-    const Lists lists = ListsFor(ioState);
-    const std::size_t length =
-        TimeRemoval(ioState, ListOf(lists.twice), [](_SEQUENCE_CORBAAny& ioList) {
-            RemoveDuplicate(ioList);
-            return static_cast<std::size_t>(ioList.length());
-        });
-    Count(ioState, length, Distinct(lists.twice));
-}
-
-void ContainsOurs(benchmark::State& ioState)
-{
-    const Lists lists = ListsFor(ioState);
-    _SEQUENCE_CORBAAny first = ListOf(lists.first);
-    CORBAAny last = first[first.length() - 1];
-    int found = 0;
-    for (auto _ : ioState)
-        benchmark::DoNotOptimize(found = AlreadyExist(first, last));
-    Count(ioState, static_cast<std::size_t>(found), 1);
-}
-
-// By hand: records with their octets inside, a table of their positions, a list of copies.
-
+// The octets inside; those behind the last are 0.
 struct Record {
     std::uint32_t count;
     std::array<unsigned char, 40> octets;
@@ -174,23 +53,11 @@ struct Record {
                std::memcmp(octets.data(), iOther.octets.data(), count) == 0;
     }
 };
-using Records = std::vector<Record>;
-
-Records RecordsOf(const Octets& iOctets)
-{
-    Records records;
-    for (const std::string& each : iOctets) {
-        Record record{static_cast<std::uint32_t>(each.size()), {}};
-        std::memcpy(record.octets.data(), each.data(), each.size());
-        records.push_back(record);
-    }
-    return records;
-}
 
 class Positions
 {
 public:
-    explicit Positions(const Records& iRecords) : _Records(iRecords)
+    explicit Positions(const std::vector<Record>& iRecords) : _Records(iRecords)
     {
         std::size_t slots = 16;
         while (slots < 2 * iRecords.size())
@@ -212,7 +79,7 @@ private:
     {
         std::uint64_t hash = iRecord.count;
         for (std::size_t at = 0; at < iRecord.count; at += 8) {
-            std::uint64_t word = 0; // the octets behind the last are 0
+            std::uint64_t word = 0;
             std::memcpy(&word, iRecord.octets.data() + at, 8);
             hash = (hash ^ word) * 0x9e3779b97f4a7c15;
             hash ^= hash >> 32;
@@ -227,134 +94,83 @@ private:
         return at;
     }
 
-    const Records& _Records;
+    const std::vector<Record>& _Records;
     std::vector<std::uint32_t> _Slots;
 };
 
-template <bool kWanted>
-Records Select(const Records& iFirst, const Records& iSecond)
-{
-    Positions positions(iSecond);
-    for (std::size_t i = 0; i < iSecond.size(); ++i)
-        positions.Add(i);
-    Records selected;
-    for (const Record& each : iFirst)
-        if (positions.Contains(each) == kWanted)
-            selected.push_back(each);
-    return selected;
-}
+struct Reference {
+    using List = std::vector<Record>;
 
-template <bool kWanted>
-void SelectByHand(benchmark::State& ioState)
-{
-    const Lists lists = ListsFor(ioState);
-    const Records first = RecordsOf(lists.first);
-    const Records second = RecordsOf(lists.second);
-    std::size_t length = 0;
-    for (auto _ : ioState) {
-        const Records selected = Select<kWanted>(first, second);
-        length = selected.size();
-        benchmark::DoNotOptimize(selected.data());
+    static List Make(const Octets& iOctets)
+    {
+        List records;
+        for (const std::string& each : iOctets) {
+            Record record{static_cast<std::uint32_t>(each.size()), {}};
+            std::memcpy(record.octets.data(), each.data(), each.size());
+            records.push_back(record);
+        }
+        return records;
     }
-    const std::size_t kept = Kept(lists.first, lists.second);
-    Count(ioState, length, kWanted ? kept : lists.first.size() - kept);
-}
+    static std::size_t Size(const List& iList) { return iList.size(); }
 
-void UniqueByHand(benchmark::State& ioState)
-{
-    const Lists lists = ListsFor(ioState);
-    const std::size_t length = TimeRemoval(ioState, RecordsOf(lists.twice), [](Records& ioList) {
+    static List Select(const List& iFirst, const List& iSecond, bool iWanted)
+    {
+        Positions positions(iSecond);
+        for (std::size_t i = 0; i < iSecond.size(); ++i)
+            positions.Add(i);
+        List selected;
+        for (const Record& each : iFirst)
+            if (positions.Contains(each) == iWanted)
+                selected.push_back(each);
+        return selected;
+    }
+    static List Intersect(List& iFirst, List& iSecond) { return Select(iFirst, iSecond, true); }
+    static List Subtract(List& iFirst, List& iSecond) { return Select(iFirst, iSecond, false); }
+
+    static void Unique(List& ioList)
+    {
         Positions positions(ioList);
         std::vector<bool> last(ioList.size());
         for (std::size_t i = ioList.size(); i-- > 0;)
             last[i] = positions.Add(i);
-        Records kept;
+        List kept;
         for (std::size_t i = 0; i < ioList.size(); ++i)
             if (last[i])
                 kept.push_back(ioList[i]);
         ioList = std::move(kept);
-        return ioList.size();
-    });
-    Count(ioState, length, Distinct(lists.twice));
-}
-
-void ContainsByHand(benchmark::State& ioState)
-{
-    const Lists lists = ListsFor(ioState);
-    const Records first = RecordsOf(lists.first);
-    const Record last = first.back();
-    bool found = false;
-    for (auto _ : ioState)
-        benchmark::DoNotOptimize(found =
-                                     std::find(first.begin(), first.end(), last) != first.end());
-    Count(ioState, found, 1);
-}
-
-// With the standard sets.
-
-template <class Set, bool kWanted>
-void SelectWithSet(benchmark::State& ioState)
-{
-    const Lists lists = ListsFor(ioState);
-    std::size_t length = 0;
-    for (auto _ : ioState) {
-        const Set second(lists.second.begin(), lists.second.end());
-        Octets selected;
-        for (const std::string& each : lists.first)
-            if ((second.count(each) != 0) == kWanted)
-                selected.push_back(each);
-        length = selected.size();
-        benchmark::DoNotOptimize(selected.data());
     }
-    const std::size_t kept = Kept(lists.first, lists.second);
-    Count(ioState, length, kWanted ? kept : lists.first.size() - kept);
-}
+};
 
-template <class Set>
-void UniqueWithSet(benchmark::State& ioState)
-{
-    const Lists lists = ListsFor(ioState);
-    const std::size_t length = TimeRemoval(ioState, lists.twice, [](Octets& ioList) {
-        Set seen;
-        Octets kept;
-        for (auto each = ioList.rbegin(); each != ioList.rend(); ++each)
-            if (seen.insert(*each).second)
-                kept.push_back(*each);
-        std::reverse(kept.begin(), kept.end());
-        ioList = std::move(kept);
-        return ioList.size();
-    });
-    Count(ioState, length, Distinct(lists.twice));
-}
-
-void Sizes(benchmark::internal::Benchmark* ioRow)
+// Whether the last of a list is in it.
+template <class Way, class Contains>
+void ContainsRows(const std::string& iWho, Contains iContains)
 {
     for (const int octets : {16, 36})
-        for (const int count : {10, 100, 1000, 10000, 40000, 100000})
-            ioRow->Args({count, octets});
+        for (const int count : {10, 1000, 100000})
+            Row("contains/" + std::to_string(octets), count, iWho, [=](benchmark::State& ioState) {
+                using Index = decltype(Way::Size(typename Way::List()));
+                auto list = Way::Make(Identifiers::Of(count, octets).first);
+                auto last = list[static_cast<Index>(count - 1)];
+                for ([[maybe_unused]] auto each : ioState)
+                    benchmark::DoNotOptimize(iContains(list, last));
+                Check(ioState, iContains(list, last));
+            });
 }
 
-using HashSet = std::unordered_set<std::string>;
-using TreeSet = std::set<std::string>;
+const Rows kRows([] {
+    IdentifierRows<Ours>("ours");
+    IdentifierRows<Reference>("reference");
+    IdentifierRows<WithSet<std::unordered_set<std::string>, Octets>>("std::unordered_set");
+    IdentifierRows<WithSet<std::set<std::string>, Octets>>("std::set");
 
-BENCHMARK(IntersectOurs)->Apply(Sizes);
-BENCHMARK_TEMPLATE(SelectByHand, true)->Name("IntersectByHand")->Apply(Sizes);
-BENCHMARK_TEMPLATE(SelectWithSet, HashSet, true)->Name("IntersectHashSet")->Apply(Sizes);
-BENCHMARK_TEMPLATE(SelectWithSet, TreeSet, true)->Name("IntersectTreeSet")->Apply(Sizes);
-
-BENCHMARK(SubtractOurs)->Apply(Sizes);
-BENCHMARK_TEMPLATE(SelectByHand, false)->Name("SubtractByHand")->Apply(Sizes);
-BENCHMARK_TEMPLATE(SelectWithSet, HashSet, false)->Name("SubtractHashSet")->Apply(Sizes);
-BENCHMARK_TEMPLATE(SelectWithSet, TreeSet, false)->Name("SubtractTreeSet")->Apply(Sizes);
-
-BENCHMARK(UniqueOurs)->UseManualTime()->Apply(Sizes);
-BENCHMARK(UniqueByHand)->UseManualTime()->Apply(Sizes);
-BENCHMARK_TEMPLATE(UniqueWithSet, HashSet)->Name("UniqueHashSet")->UseManualTime()->Apply(Sizes);
-BENCHMARK_TEMPLATE(UniqueWithSet, TreeSet)->Name("UniqueTreeSet")->UseManualTime()->Apply(Sizes);
-
-BENCHMARK(ContainsOurs)->Apply(Sizes);
-BENCHMARK(ContainsByHand)->Apply(Sizes);
+    const auto find = [](const auto& iList, const auto& iLast) {
+        return std::find(iList.begin(), iList.end(), iLast) != iList.end();
+    };
+    ContainsRows<Ours>("ours", [](_SEQUENCE_CORBAAny& iList, CORBAAny& iLast) {
+        return AlreadyExist(iList, iLast) != 0;
+    });
+    ContainsRows<Reference>("reference", find);
+    ContainsRows<WithSet<std::set<std::string>, Octets>>("std::find", find);
+});
 
 } // namespace
-
-BENCHMARK_MAIN();

@@ -1,16 +1,13 @@
 // The word functions beside what a user would pick instead and beside the least a machine must do:
 // one pass over the bytes with vectors, and one allocation. A row whose result differs is an error.
-#include "ZORDuxStrings.h"
 
-#include <benchmark/benchmark.h>
+#include "ZORDuxStrings.h"
+#include "strings_rows.h"
 
 #include <algorithm>
 #include <bit>
 #include <cstdlib>
 #include <cstring>
-#include <memory>
-#include <string>
-#include <string_view>
 
 #ifdef __SSE2__
 #include <emmintrin.h>
@@ -18,23 +15,30 @@
 
 namespace
 {
-struct FreeText {
-    void operator()(char* iText) const { std::free(iText); }
-};
-using NewText = std::unique_ptr<char, FreeText>;
 
-// "plate17 bracket4 …", words of three to twelve characters with single blanks between them.
-std::string MakeText(std::size_t iWords)
+// A text in storage that may be read 32 bytes beyond its end, as the rows by hand do.
+struct PaddedText : std::string {
+    PaddedText(const char* iText) : std::string(iText) { reserve(size() + 64); }
+    PaddedText(const PaddedText& iOther) : PaddedText(iOther.c_str()) {}
+};
+
+// A text from malloc.
+class NewText
 {
-    static constexpr std::string_view kStems[] = {"nut", "bolt", "plate", "bracket", "crankcase"};
-    std::string text;
-    for (std::size_t number = 0; number < iWords; ++number) {
-        text += kStems[number * 7 % 5];
-        text += std::to_string(number % 1000) + ' ';
+public:
+    explicit NewText(char* iText) : _Text(iText) {}
+    ~NewText() { std::free(_Text); }
+    NewText(const NewText&) = delete;
+    NewText& operator=(const NewText&) = delete;
+    char* get() const { return _Text; }
+    friend bool operator==(const NewText& iLeft, const std::string& iRight)
+    {
+        return iLeft._Text == iRight;
     }
-    text.pop_back();
-    return text;
-}
+
+private:
+    char* _Text;
+};
 
 char* NewCopy(std::string_view iText)
 {
@@ -229,110 +233,79 @@ char* HandJoined(const char* iText, std::size_t iSize)
 
 // ---- Rows
 
-void Check(benchmark::State& ioState, bool iSame)
-{
-    if (!iSame)
-        ioState.SkipWithError("another result");
-}
-
-// A text in storage that may be read 32 bytes beyond its end, as the rows by hand do.
-struct Text {
-    explicit Text(std::size_t iWords) : string(MakeText(iWords))
+struct Ours {
+    using Text = PaddedText;
+    static NewText Word(const Text& iText, std::size_t iNumber)
     {
-        string.reserve(string.size() + 64);
+        return NewText(word(iText.c_str(), static_cast<unsigned>(iNumber)));
     }
-    std::string string;
+    static NewText Joined(const Text& iText, std::size_t iCount)
+    {
+        return NewText(subword(iText.c_str(), 1, static_cast<unsigned>(iCount)));
+    }
+    static long Position(const Text& iWord, const Text& iText)
+    {
+        return wordpos(iWord.c_str(), iText.c_str(), 1);
+    }
 };
-
-template <class Function>
-void RunWord(benchmark::State& ioState, Function iFunction, std::size_t iNumber)
-{
-    const Text text(static_cast<std::size_t>(ioState.range(0)));
-    const std::string expected(ViewWord(text.string, iNumber));
-    for (auto _ : ioState) {
-        const NewText result(iFunction(text.string, iNumber));
-        benchmark::DoNotOptimize(result.get());
-    }
-    const NewText result(iFunction(text.string, iNumber));
-    Check(ioState, expected == result.get());
-    ioState.SetBytesProcessed(ioState.iterations() * static_cast<std::int64_t>(text.string.size()));
-}
-
-template <class Function>
-void Nth(benchmark::State& ioState, Function iFunction)
-{
-    RunWord(ioState, iFunction, static_cast<std::size_t>(ioState.range(0)) / 2);
-}
-template <class Function>
-void Last(benchmark::State& ioState, Function iFunction)
-{
-    RunWord(ioState, iFunction, static_cast<std::size_t>(ioState.range(0)));
-}
-
-template <class Function>
-void Position(benchmark::State& ioState, Function iFunction)
-{
-    const Text text(static_cast<std::size_t>(ioState.range(0)) - 1);
-    const std::string whole = text.string + " bolt-last";
-    Text last(1);
-    last.string = whole;
-    last.string.reserve(whole.size() + 64);
-    int found = 0;
-    for (auto _ : ioState)
-        benchmark::DoNotOptimize(found = iFunction(std::string_view("bolt-last"), last.string));
-    Check(ioState, found == ioState.range(0));
-}
-
-template <class Function>
-void Joined(benchmark::State& ioState, Function iFunction)
-{
-    const Text text(static_cast<std::size_t>(ioState.range(0)));
-    for (auto _ : ioState) {
-        const NewText result(iFunction(text.string, static_cast<std::size_t>(ioState.range(0))));
-        benchmark::DoNotOptimize(result.get());
-    }
-    const NewText result(iFunction(text.string, static_cast<std::size_t>(ioState.range(0))));
-    Check(ioState, text.string == result.get());
-}
-
-using std::size_t;
-using std::string;
-using std::string_view;
-
-#define ROWS(kind, peer, ...)                                                                      \
-    BENCHMARK_CAPTURE(kind, peer, __VA_ARGS__)->Arg(10)->Arg(100)->Arg(10000)
-
-const auto ourWord = [](const string& t, size_t n) {
-    return word(t.c_str(), static_cast<unsigned>(n));
-};
-const auto viewWord = [](const string& t, size_t n) { return NewCopy(ViewWord(t, n)); };
-const auto tokenWord = [](const string& t, size_t n) { return TokenWord(t, n); };
-
-ROWS(Nth, ours, ourWord);
-ROWS(Nth, views, viewWord);
-ROWS(Nth, strtok_r, tokenWord);
-ROWS(Last, ours, ourWord);
-ROWS(Last, views, viewWord);
-ROWS(Last, strtok_r, tokenWord);
-ROWS(Position, ours,
-     [](string_view w, const string& t) { return wordpos(w.data(), t.c_str(), 1); });
-ROWS(Position, views, [](string_view w, const string& t) { return ViewPosition(w, t); });
-ROWS(Position, strtok_r, [](string_view w, const string& t) { return TokenPosition(w.data(), t); });
-ROWS(Joined, ours,
-     [](const string& t, size_t n) { return subword(t.c_str(), 1, static_cast<unsigned>(n)); });
-ROWS(Joined, views, [](const string& t, size_t n) { return ViewJoined(t, n); });
-ROWS(Joined, strtok_r, [](const string& t, size_t n) { return TokenJoined(t, n); });
 
 #ifdef __SSE2__
-const auto handWord = [](const string& t, size_t n) {
-    return HandWord(t.c_str(), static_cast<int>(n));
+struct Reference {
+    using Text = PaddedText;
+    static NewText Word(const Text& iText, std::size_t iNumber)
+    {
+        return NewText(HandWord(iText.c_str(), static_cast<int>(iNumber)));
+    }
+    static NewText Joined(const Text& iText, std::size_t)
+    {
+        return NewText(HandJoined(iText.c_str(), iText.size()));
+    }
+    static long Position(const Text& iWord, const Text& iText)
+    {
+        return HandPosition(iWord, iText.c_str());
+    }
 };
-ROWS(Nth, reference, handWord);
-ROWS(Last, reference, handWord);
-ROWS(Position, reference,
-     [](string_view w, const string& t) { return HandPosition(w, t.c_str()); });
-ROWS(Joined, reference, [](const string& t, size_t) { return HandJoined(t.c_str(), t.size()); });
 #endif
-} // namespace
 
-BENCHMARK_MAIN();
+struct WithViews {
+    using Text = PaddedText;
+    static NewText Word(const Text& iText, std::size_t iNumber)
+    {
+        return NewText(NewCopy(ViewWord(iText, iNumber)));
+    }
+    static NewText Joined(const Text& iText, std::size_t iCount)
+    {
+        return NewText(ViewJoined(iText, iCount));
+    }
+    static long Position(const Text& iWord, const Text& iText)
+    {
+        return ViewPosition(iWord, iText);
+    }
+};
+
+struct WithTokens {
+    using Text = PaddedText;
+    static NewText Word(const Text& iText, std::size_t iNumber)
+    {
+        return NewText(TokenWord(iText, iNumber));
+    }
+    static NewText Joined(const Text& iText, std::size_t iCount)
+    {
+        return NewText(TokenJoined(iText, iCount));
+    }
+    static long Position(const Text& iWord, const Text& iText)
+    {
+        return TokenPosition(iWord.c_str(), iText);
+    }
+};
+
+const Rows kRows([] {
+    StringRows<Ours>("ours");
+#ifdef __SSE2__
+    StringRows<Reference>("reference");
+#endif
+    StringRows<WithViews>("string_view");
+    StringRows<WithTokens>("strtok_r");
+});
+
+} // namespace

@@ -11,9 +11,10 @@
 class ScopedDirectory
 {
 public:
-    ScopedDirectory()
+    explicit ScopedDirectory(
+        const std::filesystem::path& iParent = std::filesystem::temp_directory_path())
     {
-        std::string pattern = (std::filesystem::temp_directory_path() / "kw4tools-XXXXXX").string();
+        std::string pattern = (iParent / "kw4tools-XXXXXX").string();
         if (!mkdtemp(pattern.data()))
             throw std::runtime_error("cannot make a directory like " + pattern);
         _Path = pattern;
