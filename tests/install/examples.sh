@@ -9,6 +9,7 @@ cxx=$3
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 unset DESTDIR
+export CMAKE_GENERATOR=Ninja # what this build has, too
 
 prefix=$work/prefix
 site=$work/site

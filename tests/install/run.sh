@@ -9,6 +9,7 @@ cxx=$3
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 unset DESTDIR
+export CMAKE_GENERATOR=Ninja # what this build has, too
 
 cmake --install "$build" --prefix "$work/first" >/dev/null
 mv "$work/first" "$work/prefix"
