@@ -294,7 +294,10 @@ TEST(GetDuxMessenger, IsOneForTheProcess)
     std::vector<ZORDuxMessenger*> got(4);
     std::vector<std::thread> threads;
     for (ZORDuxMessenger*& each : got)
-        threads.emplace_back([&each] { each = GetDuxMessenger(); });
+        threads.emplace_back([&each] {
+            each = GetDuxMessenger();
+            EXPECT_EQ(each->Ier(), 0); // what another thread made is whole
+        });
     for (std::thread& thread : threads)
         thread.join();
     EXPECT_NE(got[0], nullptr);
