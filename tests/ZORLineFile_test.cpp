@@ -146,6 +146,36 @@ TEST(ZORLineFile, ALineAfterATornOneBeginsANewLine)
     EXPECT_EQ(directory.Read("log"), "one\nto\nthree\nfour\n");
 }
 
+TEST(ZORLineFile, ATextThatIsCutBetweenItsLinesIsNotTorn)
+{
+    const ScopedDirectory directory;
+    InChild([&] {
+        ZORLineFile file;
+        file.Open((directory / "log").c_str());
+        LimitFiles(4);
+        Write(file, "one\nlost\n");
+        LimitFiles(RLIM_INFINITY);
+        Write(file, "three\n");
+    });
+    EXPECT_EQ(directory.Read("log"), "one\nthree\n");
+}
+
+TEST(ZORLineFile, ATornLineIsForgottenWithItsFile)
+{
+    const ScopedDirectory directory;
+    InChild([&] {
+        ZORLineFile file;
+        file.Open((directory / "log").c_str());
+        LimitFiles(2);
+        Write(file, "torn\n");
+        LimitFiles(RLIM_INFINITY);
+        file.Open((directory / "next").c_str());
+        Write(file, "line\n");
+    });
+    EXPECT_EQ(directory.Read("log"), "to");
+    EXPECT_EQ(directory.Read("next"), "line\n");
+}
+
 TEST(ZORLineFile, ALineOfAnyLengthGoesOutInOneWrite)
 {
     int ends[2];
