@@ -242,6 +242,8 @@ TEST_F(ZORDuxMessengerTest, ResetForgetsAll)
 
 TEST_F(ZORDuxMessengerTest, AMissingKeyIsRaisedAndTheTextsAreEmptyThen)
 {
+    messenger.Set("CDA_W_0001");
+    EXPECT_EQ(Short(messenger), "one {1}");
     messenger.Set("CDA_E_0002");
     ZORUnicodeString text = "as it was";
     const ZORHandle<ZORError> error = RaisedBy([&] { messenger.GetShortMsg(text); });
