@@ -13,9 +13,11 @@
 #include <functional>
 #include <memory>
 #include <new>
+#include <pthread.h>
 #include <random>
 #include <stdexcept>
 #include <string>
+#include <thread>
 #include <utility>
 #include <vector>
 
@@ -497,6 +499,27 @@ TEST_F(ZORCallbackManagerTest, WhatIsAddedAndRemovedInALongDispatchLeavesNothing
     Add("last");
     Dispatch();
     EXPECT_THAT(called, ElementsAre("loop", "last"));
+}
+
+TEST_F(ZORCallbackManagerTest, EventsThatNobodyWantsAnyMoreLeaveNothingBehind)
+{
+    const auto addAndRemove = [&](int names) {
+        for (int i = 0; i < names; ++i)
+            manager->RemoveCallback(
+                manager->AddCallback(std::to_string(i).c_str(), Receive, nullptr));
+    };
+    addAndRemove(10);
+    const CountedAllocations counted;
+    addAndRemove(10000);
+    EXPECT_EQ(counted.Live(), 0);
+}
+
+TEST_F(ZORCallbackManagerTest, AThreadMayEndInACallback)
+{
+    Add("ends", [] { pthread_exit(nullptr); });
+    Add("not called");
+    std::thread([&] { Dispatch(); }).join();
+    EXPECT_THAT(called, ElementsAre("ends"));
 }
 
 TEST_F(ZORCallbackManagerTest, LackOfMemoryOnAddingChangesNothing)

@@ -13,6 +13,7 @@
 #include <gtest/gtest.h>
 
 #include <new>
+#include <sstream>
 #include <string>
 #include <unistd.h>
 
@@ -178,6 +179,9 @@ TEST(ZORDUXNLSError, WhatIsRaisedOnTheWayAndIsNoErrorGoesOn)
     EXPECT_STREQ(raised->GetFile(), "Platform/Catalogs.m/src/ZORMsgCatalog");
     EXPECT_EQ(error.GetMessage(), "");
     EXPECT_EQ(output.Text() + history.Text(), "");
+    std::ostringstream places;
+    raised->PrintHistory(places);
+    EXPECT_THAT(places.str(), MatchesRegex("ZORMsgError raised in [^\n]*\n")) << "none is added";
     EXPECT_EQ(ZORXHContext::GetDepth(), 0);
 }
 

@@ -55,7 +55,10 @@ TEST(ZORDuxEventManager, IsOneForThreadsThatComeFirstAtOnce)
     std::vector<ZORDuxEventManager*> got(4);
     std::vector<std::thread> threads;
     for (ZORDuxEventManager*& each : got)
-        threads.emplace_back([&each] { each = ZORDuxEventManager::GetEventManager(); });
+        threads.emplace_back([&each] {
+            each = ZORDuxEventManager::GetEventManager();
+            EXPECT_NE(each->GetCallbackManager(), nullptr); // what another thread made is whole
+        });
     for (std::thread& thread : threads)
         thread.join();
     EXPECT_THAT(got, testing::Each(ZORDuxEventManager::GetEventManager()));

@@ -242,6 +242,8 @@ TEST_F(ZORDuxMessengerTest, ResetForgetsAll)
 
 TEST_F(ZORDuxMessengerTest, AMissingKeyIsRaisedAndTheTextsAreEmptyThen)
 {
+    messenger.Set("CDA_W_0001");
+    EXPECT_EQ(Short(messenger), "one {1}");
     messenger.Set("CDA_E_0002");
     ZORUnicodeString text = "as it was";
     const ZORHandle<ZORError> error = RaisedBy([&] { messenger.GetShortMsg(text); });
@@ -294,7 +296,10 @@ TEST(GetDuxMessenger, IsOneForTheProcess)
     std::vector<ZORDuxMessenger*> got(4);
     std::vector<std::thread> threads;
     for (ZORDuxMessenger*& each : got)
-        threads.emplace_back([&each] { each = GetDuxMessenger(); });
+        threads.emplace_back([&each] {
+            each = GetDuxMessenger();
+            EXPECT_EQ(each->Ier(), 0); // what another thread made is whole
+        });
     for (std::thread& thread : threads)
         thread.join();
     EXPECT_NE(got[0], nullptr);

@@ -20,6 +20,7 @@
 #include <memory>
 #include <string>
 #include <sys/resource.h>
+#include <utility>
 
 // The environment is read once for each process: every test runs its traces in a child.
 namespace
@@ -294,6 +295,8 @@ TEST(ZORDuxTrace, WritesDoublesWithoutTheirFraction)
         {std::nextafter(0x1p63, 0), "9223372036854774784"},
         {0x1p63, "9223372036854775807"},
         {-0x1p63, "-9223372036854775808"},
+        {std::nextafter(-0x1p63, 0), "-9223372036854774784"},
+        {-0x1.8p62, "-6917529027641081856"},
         {1e300, "9223372036854775807"},
         {-1e300, "-9223372036854775808"},
         {infinity, "9223372036854775807"},
@@ -349,22 +352,27 @@ TEST(ZORDuxTrace, LongTextsAndDeepBlocksAreNotCut)
     }
 }
 
+// With and without the level, whose length is odd: the marks then end at the buffer's last byte.
 TEST(ZORDuxTrace, MarksOfEveryDepthAroundTheBuffersSizeAreWhole)
 {
-    const std::string written = Written([](ZORDuxTrace& trace) {
+    for (const std::string level : {"", "0000 "}) {
+        const std::string written = Written(
+            [](ZORDuxTrace& trace) {
+                for (int depth = 490; depth < 530; ++depth) {
+                    ZORDuxTrace::_gLevel = depth - 1;
+                    trace << "x\n";
+                }
+            },
+            {{"DUX_TRACE_LEVEL", level.empty() ? std::nullopt : std::optional<std::string>("1")}});
+        std::string expected;
         for (int depth = 490; depth < 530; ++depth) {
-            ZORDuxTrace::_gLevel = depth - 1;
-            trace << "x\n";
+            expected.append(kName).append(level);
+            for (int i = 0; i < depth; ++i)
+                expected += ": ";
+            expected += "x\n";
         }
-    });
-    std::string expected;
-    for (int depth = 490; depth < 530; ++depth) {
-        expected += kName;
-        for (int i = 0; i < depth; ++i)
-            expected += ": ";
-        expected += "x\n";
+        EXPECT_EQ(written, expected);
     }
-    EXPECT_EQ(written, expected);
 }
 
 TEST(ZORDuxTrace, ShowsOnlyWhatReachesTheDetailLevel)
@@ -567,6 +575,24 @@ TEST(ZORDuxTrace, ReportsEveryTraceAndEveryBlock)
                              "on               }\n");
 }
 
+TEST(ZORDuxTrace, TheReportGoesOnUntilTheLastTraceWent)
+{
+    const ScopedDirectory directory;
+    Traced(
+        [] {
+            Named first("first");
+            {
+                const Named second("second");
+            }
+            first.trace.FunctionBegin("Block");
+        },
+        {{"DUX_TRACE_REPORT", directory / "report"}});
+    EXPECT_EQ(directory.Read("report"), "_DUX Trace            :first\n"
+                                        "_DUX Trace            :second\n"
+                                        "first             : Block\n"
+                                        "Total trace number = 2\n");
+}
+
 TEST(ZORDuxTrace, TheReportHasTheHeaderWithItsColours)
 {
     const ScopedDirectory directory;
@@ -665,7 +691,8 @@ TEST(ZORDuxTrace, EveryFinishedLineIsThereHoweverTheProcessEnds)
 TEST(ZORDuxTrace, WhatIsLeftOfALineInTheReportIsWrittenWhenItIsClosedOrTheProcessExits)
 {
     static ZORDuxTrace* kept = nullptr; // to the end, within reach
-    for (const bool exits : {false, true}) {
+    enum class End { kLastTrace, kOfReport, kExit };
+    for (const End how : {End::kLastTrace, End::kOfReport, End::kExit}) {
         const ScopedDirectory directory;
         Traced(
             [&] {
@@ -673,16 +700,19 @@ TEST(ZORDuxTrace, WhatIsLeftOfALineInTheReportIsWrittenWhenItIsClosedOrTheProces
                 kept = new ZORDuxTrace(name, nullptr, nullptr, 2);
                 *_gReport << "a module's own line\nin the "
                           << "making";
-                if (exits)
+                if (how == End::kExit)
                     return;
-                delete kept;
+                if (how == End::kLastTrace)
+                    delete kept;
+                else
+                    delete std::exchange(_gReport, nullptr); // by some module
                 _exit(0);
             },
             {{"DUX_TRACE_REPORT", directory / "report"}});
         EXPECT_EQ(
             directory.Read("report"),
             std::string("_DUX Trace            :Channel\na module's own line\nin the making") +
-                (exits ? "" : "Total trace number = 1\n"));
+                (how == End::kLastTrace ? "Total trace number = 1\n" : ""));
     }
 }
 
@@ -758,9 +788,11 @@ TEST(ZORDuxTrace, AGlobalThatAProgramWritesIsTheOneTheLibraryReads)
         _gCoverageReport = 1;
         _gReport->setstate(std::ios::badbit); // as after a line that did not fit
         named.trace.FunctionBegin("Block");
+        Print(directory.Read("mine")); // it is there already
     });
     EXPECT_EQ(end.error, kName + "0000 : : text\n" + kName + "0000 : : Unreported() {\n" + kName +
                              "0000 : : }\n" + kName + "0000 : : Block() {\n");
+    EXPECT_EQ(end.output, "Channel           : Block\n\n");
     EXPECT_EQ(directory.Read("mine"), "Channel           : Block\nTotal trace number = 41\n");
 }
 

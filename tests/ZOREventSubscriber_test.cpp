@@ -1,9 +1,13 @@
 #include "ZOREventSubscriber.h"
 
+#include "CountedAllocations.h"
 #include "ZORHandle.h"
 
+#include <deque>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <new>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -197,6 +201,39 @@ TEST(ZOREventSubscriber, ManagersMayGoFirst)
     }
     view->AddCallback(&at.first, "Opened", Note, &at.calls);
     EXPECT_THAT(at.SentAll(at.first), ElementsAre("Opened"));
+}
+
+TEST(ZOREventSubscriber, ManagersThatAreGoneLeaveNothingBehind)
+{
+    const Subscriber view = Make();
+    const CountedAllocations counted;
+    {
+        std::deque<std::optional<ZORCallbackManager>> places; // another for each manager
+        for (int i = 0; i < 10000; ++i) {
+            std::optional<ZORCallbackManager>& manager = places.emplace_back(std::in_place);
+            view->AddCallback(&*manager, "Changed", Note, nullptr);
+            manager.reset();
+        }
+    }
+    EXPECT_LT(counted.Live(), 100);
+}
+
+TEST(ZOREventSubscriber, LackOfMemoryOnAddingChangesNothing)
+{
+    ZORCallback callback = 0;
+    for (long granted = 0; callback == 0; ++granted) {
+        ASSERT_LT(granted, 30);
+        const Subscriber view = Make();
+        ZORCallbackManager manager;
+        const ScopedMemoryShortage shortage(granted);
+        try {
+            callback =
+                view->AddCallback(&manager, "an event of a name that is long", Note, nullptr);
+            EXPECT_EQ(manager.GetNbCallbacks("an event of a name that is long"), 1);
+        } catch (const std::bad_alloc&) {
+            EXPECT_EQ(manager.GetNbCallbacks("an event of a name that is long"), 0) << granted;
+        }
+    }
 }
 
 TEST(ZOREventSubscriber, ARecordOfAManagerThatIsGoneTakesNothingFromTheNextInItsPlace)

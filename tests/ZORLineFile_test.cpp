@@ -14,6 +14,7 @@
 #include <string>
 #include <sys/resource.h>
 #include <thread>
+#include <unistd.h>
 #include <vector>
 
 namespace
@@ -48,6 +49,25 @@ TEST(ZORLineFile, WritesToStandardErrorUntilAFileIsOpened)
     Write(file, "three\n");
     EXPECT_EQ(error.Text(), "one\nthree\n");
     EXPECT_EQ(directory.Read("log"), "two\n");
+}
+
+TEST(ZORLineFile, NeverTakesThePlaceOfAStandardStreamThatIsClosed)
+{
+    const ScopedDirectory directory;
+    const ChildEnd end = InChild([&] {
+        for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
+            close(stream);
+        ZORLineFile file;
+        file.Open((directory / "log").c_str());
+        for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
+            if (write(stream, "stray\n", 6) >= 0)
+                _exit(1);
+        Write(file, "line\n");
+        file.Close();
+        Write(file, "lost\n");
+    });
+    EXPECT_EQ(end.status, 0);
+    EXPECT_EQ(directory.Read("log"), "line\n");
 }
 
 TEST(ZORLineFile, AddsToTheEndOfAFileOrEmptiesItFirst)
@@ -124,6 +144,36 @@ TEST(ZORLineFile, ALineAfterATornOneBeginsANewLine)
     });
     EXPECT_EQ(end.status, 0) << end.error;
     EXPECT_EQ(directory.Read("log"), "one\nto\nthree\nfour\n");
+}
+
+TEST(ZORLineFile, ATextThatIsCutBetweenItsLinesIsNotTorn)
+{
+    const ScopedDirectory directory;
+    InChild([&] {
+        ZORLineFile file;
+        file.Open((directory / "log").c_str());
+        LimitFiles(4);
+        Write(file, "one\nlost\n");
+        LimitFiles(RLIM_INFINITY);
+        Write(file, "three\n");
+    });
+    EXPECT_EQ(directory.Read("log"), "one\nthree\n");
+}
+
+TEST(ZORLineFile, ATornLineIsForgottenWithItsFile)
+{
+    const ScopedDirectory directory;
+    InChild([&] {
+        ZORLineFile file;
+        file.Open((directory / "log").c_str());
+        LimitFiles(2);
+        Write(file, "torn\n");
+        LimitFiles(RLIM_INFINITY);
+        file.Open((directory / "next").c_str());
+        Write(file, "line\n");
+    });
+    EXPECT_EQ(directory.Read("log"), "to");
+    EXPECT_EQ(directory.Read("next"), "line\n");
 }
 
 TEST(ZORLineFile, ALineOfAnyLengthGoesOutInOneWrite)

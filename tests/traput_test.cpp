@@ -95,6 +95,21 @@ TEST(traput, DoesNothingForNoTextNoChannelAndAChannelThatIsOff)
     EXPECT_EQ(error.Text(), "");
 }
 
+TEST(traput, DoesNothingForAChannelThatIsGone)
+{
+    const CapturedOutput error(STDERR_FILENO);
+    const auto gone = [] {
+        const Channel channel;
+        return channel.GetHandle();
+    }();
+    traput(gone, 2, "lost\n");
+    EXPECT_EQ(error.Text(), "");
+    const Channel next("next");
+    traput(gone, 2, "next\n");
+    EXPECT_EQ(next.GetHandle(), gone);
+    EXPECT_EQ(error.Text(), "next\n");
+}
+
 TEST(traputl, WritesNumbersInDecimal)
 {
     EXPECT_EQ(Number("", 0), "0");
@@ -119,6 +134,6 @@ TEST(traputl, TakesTheMiddleOfAPrintfConversion)
 TEST(traputl, TakesAnyOtherFormatForTheEmptyOne)
 {
     for (const char* format : {"%d", "s", "n", "ld", "d ", "5", ".", "d%n", "1000d", ".1000d", "*d",
-                               "------d", "5.5.5d"})
+                               "++++++d", "5.5.5d"})
         EXPECT_EQ(Number(format, 42), "42") << format;
 }

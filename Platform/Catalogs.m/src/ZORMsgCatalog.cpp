@@ -14,6 +14,11 @@ namespace
 
 constexpr char kFile[] = "Platform/Catalogs.m/src/ZORMsgCatalog";
 
+std::string Text(const ZORUnicodeString& iText)
+{
+    return iText.ConvertToChar();
+}
+
 } // namespace
 
 ZORMsgCatalog::ZORMsgCatalog(const char* iName)
@@ -25,20 +30,19 @@ ZORMsgCatalog::~ZORMsgCatalog() = default;
 
 ZORMsg* ZORMsgCatalog::GetMsg(const ZORUnicodeString& iKey)
 {
-    const std::string key = iKey.ConvertToChar();
-    const std::string catalog = std::string("message catalog ") + _Name.ConvertToChar() + ": ";
     const std::string* text = nullptr;
     bool exists = true;
     try {
-        text = _Lookup->Find(key);
+        text = _Lookup->Find(iKey.ConvertToChar());
         exists = text || _Lookup->Exists();
     } catch (const CatalogFailure& failure) {
         RaiseMsgError(failure.what(), kFile, __LINE__);
     }
-    if (!exists)
-        RaiseMsgError(catalog + "not found (asked for " + key + ")", kFile, __LINE__);
     if (!text)
-        RaiseMsgError(catalog + "there is no text for " + key, kFile, __LINE__);
+        RaiseMsgError("message catalog " + Text(_Name) + ": " +
+                          (exists ? "there is no text for " + Text(iKey)
+                                  : "not found (asked for " + Text(iKey) + ")"),
+                      kFile, __LINE__);
     if (auto* const message = new ZORMsg(ZORUnicodeString(*text)))
         return message;
     throw std::bad_alloc();

@@ -24,6 +24,19 @@ std::size_t WriteAll(int iDescriptor, std::string_view iText)
     return done;
 }
 
+// Moves an open file off the standard descriptors, which it gets where the program has closed them:
+// what others write to those must not land in it.
+int OffStandardStreams(int iDescriptor)
+{
+    if (iDescriptor > STDERR_FILENO)
+        return iDescriptor;
+    const int moved = fcntl(iDescriptor, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
+    const int error = errno;
+    close(iDescriptor);
+    errno = error;
+    return moved;
+}
+
 } // namespace
 
 ZORLineFile::ZORLineFile() : _Descriptor(STDERR_FILENO) {}
@@ -36,8 +49,10 @@ ZORLineFile::~ZORLineFile()
 bool ZORLineFile::Open(const char* iPath, bool iTruncate)
 {
     const int flags = O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC | O_NOCTTY;
-    const int opened =
+    int opened =
         Uninterrupted([&] { return open(iPath, iTruncate ? flags | O_TRUNC : flags, 0666); });
+    if (opened >= 0)
+        opened = OffStandardStreams(opened);
     if (opened < 0)
         return false;
     Close();
