@@ -119,6 +119,7 @@ function print_with_comment(    text, column) {
         print text
         return
     }
+    quoted = in_code = 0
     print substr(text, 1, column - 1) "///< " plain(substr(text, column + 3))
     while (is_comment(line[at]) && index(line[at], "//") == column)
         print substr(line[at], 1, column - 1) "///< " plain(substr(line[at++], column + 3))
@@ -134,7 +135,7 @@ function hidden_declaration() {
 
 # The comment in those lines.
 function comment(first, last,    i, text, code, above) {
-    code = 0
+    code = quoted = in_code = 0
     above = ""
     for (i = first; i <= last; ++i) {
         text = line[i]
@@ -164,16 +165,22 @@ function language(i, last) {
     return "unparsed"
 }
 
-# Text in which nothing is a command, but for `code` and the bars of tables.
-function plain(text,    pieces, count, i, out) {
-    count = split(text, pieces, "`")
+# Text in which nothing is a command, but for the bars of tables. Doxygen takes `code` and what is
+# quoted as it stands by itself; a quotation may go on in the next line.
+function plain(text,    out, each) {
+    if (text == "")
+        quoted = 0
     out = ""
-    for (i = 1; i <= count; ++i) {
-        if (i % 2 || i == count) {
-            gsub(/\\/, "&&", pieces[i])
-            gsub(/[<>@#%*_]/, "\\\\&", pieces[i])
-        }
-        out = out (i > 1 ? "`" : "") pieces[i]
+    while (text != "") {
+        each = substr(text, 1, 1)
+        text = substr(text, 2)
+        if (each == "\"" && !in_code)
+            quoted = !quoted
+        else if (each == "`" && !quoted)
+            in_code = !in_code
+        else if (!quoted && !in_code && each ~ /[\\<>@#%*_]/)
+            each = "\\" each
+        out = out each
     }
     return out
 }
