@@ -5,8 +5,8 @@
 #   them gets it.
 # - A comment behind a declaration, which may go on below, belongs to that declaration.
 # - A comment with a blank line below it is about the file.
-# - "// ---- Title" begins a group of declarations, which ends at the next one or with the file's
-#   `#ifdef __cplusplus`.
+# - "// ---- Title" begins a group of declarations, which ends at the next one, at the end of the
+#   file, or at its `#ifdef __cplusplus`.
 # - Text with four blanks or more before it, and an empty line above, is code.
 # - Lists, tables and `code` mean what they mean in Markdown; all else is text and no command.
 
@@ -34,7 +34,7 @@ function is_comment(text) { return text ~ /^ *\/\// }
 function is_blank(text) { return text ~ /^ *$/ }
 # Neither a declaration nor the end of one.
 function starts_nothing(text) {
-    return text ~ /^ *(}|public:|protected:|private:|#(pragma|include|if|else|endif)|ZOR_DECLARE_)/
+    return text ~ /^ *([}]|public:|protected:|private:|#(pragma|include|if|else|endif)|ZOR_DECLARE_)/
 }
 
 function print_plain(text) {
@@ -84,7 +84,7 @@ function declaration(    depth, text, head, scope) {
     depth = 0
     while (at <= NR) {
         text = without_comment(line[at])
-        if (scope && text ~ /{ *$/) {
+        if (scope && text ~ /[{] *$/) {
             print line[at++]
             return 0
         }
@@ -160,7 +160,7 @@ function code_goes_on(i, last) {
 
 function language(i, last) {
     for (; i <= last && line[i] !~ /^ *\/\/ ?$/; ++i)
-        if (line[i] ~ /;|{$/)
+        if (line[i] ~ /;|[{]$/)
             return "cpp"
     return "unparsed"
 }
