@@ -5,8 +5,8 @@
 #   them gets it.
 # - A comment behind a declaration, which may go on below, belongs to that declaration.
 # - A comment with a blank line below it is about the file.
-# - "// ---- Title" begins a group of declarations, which ends at the next one or with the file's
-#   `#ifdef __cplusplus`.
+# - "// ---- Title" begins a group of declarations, which ends at the next one, at the end of the
+#   file, or at its `#ifdef __cplusplus`.
 # - Text with four blanks or more before it, and an empty line above, is code.
 # - Lists, tables and `code` mean what they mean in Markdown; all else is text and no command.
 
@@ -34,7 +34,7 @@ function is_comment(text) { return text ~ /^ *\/\// }
 function is_blank(text) { return text ~ /^ *$/ }
 # Neither a declaration nor the end of one.
 function starts_nothing(text) {
-    return text ~ /^ *(}|public:|protected:|private:|#(pragma|include|if|else|endif)|ZOR_DECLARE_)/
+    return text ~ /^ *([}]|public:|protected:|private:|#(pragma|include|if|else|endif)|ZOR_DECLARE_)/
 }
 
 function print_plain(text) {
@@ -84,7 +84,7 @@ function declaration(    depth, text, head, scope) {
     depth = 0
     while (at <= NR) {
         text = without_comment(line[at])
-        if (scope && text ~ /{ *$/) {
+        if (scope && text ~ /[{] *$/) {
             print line[at++]
             return 0
         }
@@ -119,6 +119,7 @@ function print_with_comment(    text, column) {
         print text
         return
     }
+    quoted = in_code = 0
     print substr(text, 1, column - 1) "///< " plain(substr(text, column + 3))
     while (is_comment(line[at]) && index(line[at], "//") == column)
         print substr(line[at], 1, column - 1) "///< " plain(substr(line[at++], column + 3))
@@ -134,7 +135,7 @@ function hidden_declaration() {
 
 # The comment in those lines.
 function comment(first, last,    i, text, code, above) {
-    code = 0
+    code = quoted = in_code = 0
     above = ""
     for (i = first; i <= last; ++i) {
         text = line[i]
@@ -159,21 +160,27 @@ function code_goes_on(i, last) {
 
 function language(i, last) {
     for (; i <= last && line[i] !~ /^ *\/\/ ?$/; ++i)
-        if (line[i] ~ /;|{$/)
+        if (line[i] ~ /;|[{]$/)
             return "cpp"
     return "unparsed"
 }
 
-# Text in which nothing is a command, but for `code` and the bars of tables.
-function plain(text,    pieces, count, i, out) {
-    count = split(text, pieces, "`")
+# Text in which nothing is a command, but for the bars of tables. Doxygen takes `code` and what is
+# quoted as it stands by itself; a quotation may go on in the next line.
+function plain(text,    out, each) {
+    if (text == "")
+        quoted = 0
     out = ""
-    for (i = 1; i <= count; ++i) {
-        if (i % 2 || i == count) {
-            gsub(/\\/, "&&", pieces[i])
-            gsub(/[<>@#%*_]/, "\\\\&", pieces[i])
-        }
-        out = out (i > 1 ? "`" : "") pieces[i]
+    while (text != "") {
+        each = substr(text, 1, 1)
+        text = substr(text, 2)
+        if (each == "\"" && !in_code)
+            quoted = !quoted
+        else if (each == "`" && !quoted)
+            in_code = !in_code
+        else if (!quoted && !in_code && each ~ /[\\<>@#%*_]/)
+            each = "\\" each
+        out = out each
     }
     return out
 }

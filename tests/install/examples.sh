@@ -16,7 +16,7 @@ site=$work/site
 cmake --install "$build" --prefix "$prefix" >/dev/null
 libraries=$(dirname "$(find "$prefix" -name libKW4TOOLS.so)")
 
-for each in schema security client; do
+for each in schema security client guide; do
     cmake -S "$source/examples/$each" -B "$work/$each" -DCMAKE_CXX_COMPILER="$cxx" \
         -DCMAKE_PREFIX_PATH="$prefix" -DCMAKE_CXX_STANDARD=17 -DCMAKE_CXX_EXTENSIONS=OFF \
         -DCMAKE_CXX_FLAGS="-Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror" >/dev/null

@@ -11,6 +11,7 @@
 //     char text[ZORUuid::kTextSize];
 //     identifier.UUID_to_chaine(text);
 //
+// Where the system has no random bits to give, the process is aborted.
 // Thread rule: any thread may make them; a forked child never repeats its parent's.
 class ZOR_EXPORT ZORUuid
 {

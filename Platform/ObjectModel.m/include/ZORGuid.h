@@ -22,6 +22,7 @@ struct GUID {
 };
 
 // Makes an identifier that no other call, in this process or any other, has made or will make.
+// Where the system has no random bits to give, the process is aborted.
 // Thread rule: any thread.
 ZOR_EXPORT GUID fct_CreateCLSID();
 

@@ -11,6 +11,7 @@
 //     if (const auto origin = ZORFindSettingOrigin("DUXAdmin", "DUX_SEARCH_PATH"))
 //         std::cout << origin->file << ':' << origin->line << '\n';
 
+// The place of an attribute.
 struct ZORSettingOrigin {
     std::string file;   // its path, as the search for the settings file makes it
     std::size_t line;   // from 1

@@ -76,15 +76,17 @@ public:
     // Fills the caller's items with the strings of the attribute, what is written here and not
     // saved yet included. Each item is a ZORString; anything else, null too, is left alone. Items
     // beyond the strings become empty, so that one array serves many attributes. All of them stay
-    // as they are when there is no such attribute (or the name or the array is null).
+    // as they are when there is no such attribute (or the name or the array is null, or the count
+    // below 1).
     void ReadSetting(const char* iName, ZORBaseUnknown** ioItems, long iCount);
 
-    // Makes the items the attribute's strings, in place of any it has; saved by SaveRepository.
+    // Makes the items the attribute's strings, in place of any it has; none for a count below 1.
+    // They are copied; saved by SaveRepository.
     // Raises an error, and changes nothing, when the name is null or has more than 199 bytes, or
     // an item is not a ZORString.
     void WriteSetting(const char* iName, ZORBaseUnknown** iItems, long iCount);
 
-    // Removes the attribute, if there is one; saved by SaveRepository.
+    // Removes the attribute, if there is one; saved by SaveRepository. Null names none.
     void DelAttribute(const char* iName);
 
     // Brings what was written and removed into the file, and with it what others saved meanwhile

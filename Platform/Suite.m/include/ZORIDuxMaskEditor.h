@@ -8,7 +8,10 @@
 // part number, for example). The library that implements it says what a mask looks like and where
 // masks are kept.
 //
-// Get it from GetMaskEditor. The order of the operations is part of the binary interface.
+//     if (ZORIDuxMaskEditor_var editor = GetMaskEditor())
+//         mask = editor->GetMask("PartNumber");
+//
+// The order of the operations is part of the binary interface.
 // Thread rule: one thread at a time.
 class ZOR_EXPORT ZORIDuxMaskEditor : public ZORBaseUnknown
 {

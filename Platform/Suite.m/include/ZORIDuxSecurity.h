@@ -7,7 +7,10 @@
 // The security component: answers what users have the right to do. The library that implements it
 // says which names of users, actions and objects there are, and where rights are kept.
 //
-// Get it from GetSecurity. The order of the operations is part of the binary interface.
+//     ZORIDuxSecurity_var security = GetSecurity();
+//     if (security && !security->IsAllowed("ann", "change", "plate")) …
+//
+// The order of the operations is part of the binary interface.
 // Thread rule: one thread at a time.
 class ZOR_EXPORT ZORIDuxSecurity : public ZORBaseUnknown
 {

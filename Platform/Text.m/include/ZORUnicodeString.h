@@ -94,9 +94,10 @@ public:
 
     // The 0-based position of an occurrence of `iSub`, counted from the beginning of the text in
     // either mode, or -1 when there is none.
-    //   ZORSearchForward: the first occurrence at position `iStart` or behind it.
-    //   ZORSearchBackward: the last occurrence that leaves at least `iStart` characters behind it
-    //     (0 searches the whole text).
+    // - ZORSearchForward: the first occurrence at position `iStart` or behind it.
+    // - ZORSearchBackward: the last occurrence that leaves at least `iStart` characters behind it
+    //   (0 searches the whole text).
+    //
     // The empty sub-string is found where the search begins: at `iStart`, or `iStart` characters
     // before the end. A negative `iStart`, one greater than the length, or any other mode: -1.
     int SearchSubString(const ZORUnicodeString& iSub, int iStart = 0,

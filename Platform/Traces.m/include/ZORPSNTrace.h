@@ -96,7 +96,8 @@ public:
     // Sends lines to the end of that file (made when missing), or to standard error for null or
     // empty. Returns false, with lines going where they went before, when it cannot be opened.
     static bool SetFile(const char* iPath);
-    // Gives lines to a function instead; null goes back to file or standard error.
+    // Gives lines to a function instead, each with `iContext`, which may be null and is not owned;
+    // a null function goes back to file or standard error.
     static void SetSink(ZORPSNTraceSink iSink, void* iContext);
     // Whether active scopes write a line when they open and when they close.
     static void SetCallLines(bool iOn);

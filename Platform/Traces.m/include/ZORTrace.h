@@ -40,7 +40,8 @@ public:
     // Whether the channel is switched on now.
     bool IsOn() const { return *_Switch != 0; }
 
-    // Switches the channels of that name, those to come as well, on (not 0) or off.
+    // Switches the channels of that name (null counts as empty), those to come as well, on (not 0)
+    // or off.
     static void SetSwitch(const char* iName, int iOn);
 
 protected:

@@ -5,6 +5,11 @@
 // Puts to trace channels: a text goes to the end of the line that the channel is making, and every
 // line that it finishes is written (see ZORTrace.h). A put to a channel that is switched off, to a
 // number that is no channel's, or without a text does nothing. Puts never fail and never raise.
+//
+//     traput(trace.GetHandle(), 2, "directories: ");
+//     _traputl(trace.GetHandle(), 2, "", &count, 0);
+//     traput(trace.GetHandle(), 2, "\n");
+//
 // Thread rule: one thread.
 
 // `iLevel` is the level the text is put at; texts of every level are written.

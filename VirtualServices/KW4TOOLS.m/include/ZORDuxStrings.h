@@ -74,10 +74,11 @@ ZOR_EXPORT char* overly(const char* iWhat, const char* iTarget, unsigned iAt);
 ZOR_EXPORT char* pad(const char* iText, unsigned iCount, char iFill);
 
 // A new string: `iText` without the character `iCharacter[0]` at the ends that `iMode[0]` names.
-//   'L': the leading ones go.
-//   'B': the leading ones go; the trailing ones go only when there was no leading one. Callers rely
-//        on this: "  a  " gives "a  ", but "a  " gives "a".
-//   any other, or an empty `iMode`: the trailing ones go.
+// - 'L': the leading ones go.
+// - 'B': the leading ones go; the trailing ones go only when there was no leading one. Callers rely
+//   on this: "  a  " gives "a  ", but "a  " gives "a".
+// - any other, or an empty `iMode`: the trailing ones go.
+//
 // An empty `iCharacter` strips nothing; a text of nothing but the character becomes empty. The
 // storage has room for the whole length of `iText`.
 ZOR_EXPORT char* strip(const char* iText, const char* iMode, const char* iCharacter);

@@ -22,7 +22,8 @@
 // - Errors are raised as ZORRaisedError with a ZORError inside. Each operation also tells them on
 //   standard error before they go on to the caller, but for SeekFile, SeekPath, GetEnv,
 //   GetDynamicObjList and the two of the separator. An argument that must not be empty but is
-//   raises a ZORDUXNLSError.
+//   raises a ZORDUXNLSError; a settings file that is damaged, or cannot be read or saved, a
+//   ZORSettingError (see ZORSettingRepository.h).
 // - Each operation opens a method trace scope of level 42, named "ZORDuxServices::" and its own
 //   name, and writes its arguments to it, most of them their result or progress too
 //   (see ZORPSNTrace.h).
@@ -48,7 +49,7 @@ public:
     // Loads the schema library "lib" + name + ".so" (as named from the current directory, else
     // along LD_LIBRARY_PATH) and runs its function "fctCreate" + name. The library stays loaded.
     // Raises ZORDuxServicesMsg 0x20003 when the library is not found or cannot be loaded, 0x20004
-    // when it has no such function.
+    // when it has no such function; what the function raises goes on to the caller.
     virtual void LoadSchema(const ZORUnicodeString& iSchemaName) = 0;
 
     // The characters that separate the directories of a path list: ":" for new services.
