@@ -19,6 +19,7 @@ function(kw_shared_library target)
     C_VISIBILITY_PRESET hidden
     CXX_VISIBILITY_PRESET hidden
     VISIBILITY_INLINES_HIDDEN ON
+    INSTALL_RPATH "$ORIGIN" # one library finds the other beside it
     KW_HEADER_DIRECTORY "${CMAKE_INSTALL_INCLUDEDIR}/${arg_HEADER_DIRECTORY}")
   target_include_directories(${target} INTERFACE
     $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/${arg_HEADER_DIRECTORY}>)
@@ -73,6 +74,28 @@ function(kw_finish_library target tag)
     LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}")
 endfunction()
 
+# kw_from_prefix(<variable> <directory>)
+# The directory as a .pc file names it.
+function(kw_from_prefix variable directory)
+  if(IS_ABSOLUTE "${directory}")
+    set(${variable} "${directory}" PARENT_SCOPE)
+  else()
+    set(${variable} "\${prefix}/${directory}" PARENT_SCOPE)
+  endif()
+endfunction()
+
+# kw_library_rpath(<variable> <full directory>)
+# Where what is installed in that directory finds the libraries: beside it, wherever the tree was
+# moved to, unless they have an absolute directory of their own.
+function(kw_library_rpath variable directory)
+  set(rpath "${CMAKE_INSTALL_FULL_LIBDIR}")
+  if(NOT IS_ABSOLUTE "${CMAKE_INSTALL_LIBDIR}")
+    file(RELATIVE_PATH rpath "${directory}" "${CMAKE_INSTALL_FULL_LIBDIR}")
+    string(PREPEND rpath "$ORIGIN/")
+  endif()
+  set(${variable} "${rpath}" PARENT_SCOPE)
+endfunction()
+
 # kw_install_package(<target> PACKAGE <name> NAMESPACE <ns> PC <pkg-config name>)
 # Installs <name>Config.cmake (from cmake/<name>Config.cmake.in), its version file and <pc>.pc.
 function(kw_install_package target)
@@ -89,9 +112,16 @@ function(kw_install_package target)
     "${CMAKE_CURRENT_BINARY_DIR}/${arg_PACKAGE}Config.cmake"
     "${CMAKE_CURRENT_BINARY_DIR}/${arg_PACKAGE}ConfigVersion.cmake"
     DESTINATION "${directory}")
-  # The .pc file finds its prefix from its own place, so the installed tree may be moved.
-  file(RELATIVE_PATH KW_PC_PREFIX
-    "${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig" "${CMAKE_INSTALL_PREFIX}")
+  # The .pc file finds its prefix from its own place, so that the installed tree may be moved; but
+  # what was configured with an absolute directory is there and nowhere else.
+  kw_from_prefix(KW_PC_LIBDIR "${CMAKE_INSTALL_LIBDIR}")
+  kw_from_prefix(KW_PC_INCLUDEDIR "${CMAKE_INSTALL_INCLUDEDIR}")
+  set(KW_PC_PREFIX "${CMAKE_INSTALL_PREFIX}")
+  if(NOT IS_ABSOLUTE "${CMAKE_INSTALL_LIBDIR}")
+    file(RELATIVE_PATH KW_PC_PREFIX
+      "${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig" "${CMAKE_INSTALL_PREFIX}")
+    string(PREPEND KW_PC_PREFIX "\${pcfiledir}/")
+  endif()
   configure_file("${PROJECT_SOURCE_DIR}/cmake/${arg_PC}.pc.in"
     "${CMAKE_CURRENT_BINARY_DIR}/${arg_PC}.pc" @ONLY)
   install(FILES "${CMAKE_CURRENT_BINARY_DIR}/${arg_PC}.pc"

@@ -24,6 +24,10 @@ if(KW4TOOLS_TOOLS)
 
   add_test(NAME demo COMMAND "${PROJECT_SOURCE_DIR}/tools/demo.sh" "$<TARGET_FILE:kw4tools>")
 
+  # The man page and the completions.
+  add_test(NAME completions COMMAND "${CMAKE_CURRENT_SOURCE_DIR}/completions.sh"
+    "$<TARGET_FILE_DIR:kw4tools_pages>" "$<TARGET_FILE_DIR:kw4tools>")
+
   add_executable(find_file "${PROJECT_SOURCE_DIR}/examples/find_file.cpp")
   target_link_libraries(find_file PRIVATE KW4TOOLS::KW4TOOLS)
   add_test(NAME example.find_file COMMAND "$<TARGET_FILE:find_file>" cmake_install.cmake)

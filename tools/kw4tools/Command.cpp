@@ -4,6 +4,31 @@
 
 #include <CLI/CLI.hpp>
 
+namespace
+{
+
+constexpr std::size_t kTextColumn = Command::kTextColumn;
+
+std::string Padded(const std::string& iName)
+{
+    constexpr std::size_t indent = 2;
+    const std::size_t used = indent + iName.size();
+    return iName + (used < kTextColumn ? std::string(kTextColumn - used, ' ') : " ");
+}
+
+std::string Indented(const std::string& iText)
+{
+    std::string indented;
+    for (const char each : iText) {
+        indented += each;
+        if (each == '\n')
+            indented.append(kTextColumn, ' ');
+    }
+    return indented;
+}
+
+} // namespace
+
 Command& Command::Add(const std::string& iName, const std::string& iPurpose)
 {
     _App.require_subcommand(1, 1);
@@ -77,28 +102,51 @@ const std::optional<std::string>& Command::Option(const std::string& iName,
     return option;
 }
 
+void Command::Knows(const std::string& iNames, const std::string& iHelp)
+{
+    _Parameters.push_back({iNames, "", iHelp, Completion::None, Parameter::Form::Option});
+}
+
 const bool& Command::JsonFlag()
 {
     return Flag("--json", "Print the result as a line of JSON instead");
 }
 
-void Command::AddToFooter(const std::string& iText)
+void Command::UpdateFooter()
 {
-    const std::string before = _App.get_footer();
-    _App.footer(before.empty() ? iText : before + "\n\n" + iText);
+    std::string footer;
+    const auto add = [&](const std::string& iText) {
+        footer += (footer.empty() ? "" : "\n\n") + iText;
+    };
+    for (const std::string& each : _Explanations)
+        add(each);
+    if (!_Variables.empty())
+        add("Environment:");
+    for (const Variable& each : _Variables)
+        footer += "\n  " + Padded(each.name) + Indented(each.help);
+    for (const std::string& each : _Examples)
+        add("Example:\n  " + each);
+    _App.footer(footer);
 }
 
 Command& Command::Explains(const std::string& iText)
 {
     _Explanations.push_back(iText);
-    AddToFooter(iText);
+    UpdateFooter();
+    return *this;
+}
+
+Command& Command::Reads(const std::string& iVariable, const std::string& iHelp)
+{
+    _Variables.push_back({iVariable, iHelp});
+    UpdateFooter();
     return *this;
 }
 
 Command& Command::Example(const std::string& iLine)
 {
     _Examples.push_back(iLine);
-    AddToFooter("Example:\n  " + iLine);
+    UpdateFooter();
     return *this;
 }
 

@@ -36,6 +36,9 @@ enum class Completion {
 class Command
 {
 public:
+    // The column that explanations of options and commands begin at in a help text.
+    static constexpr std::size_t kTextColumn = 26;
+
     // `ioApp` belongs to the parser, which must outlive the command.
     explicit Command(CLI::App& ioApp) : _App(ioApp) {}
     Command(const Command&) = delete;
@@ -50,6 +53,12 @@ public:
         enum class Form { Required, Optional, Repeated, Option } form;
 
         bool IsOption() const { return form == Form::Option; }
+    };
+
+    // An environment variable that a command looks at.
+    struct Variable {
+        std::string name;
+        std::string help;
     };
 
     // A command below this one.
@@ -70,11 +79,15 @@ public:
     const std::optional<std::string>& Option(const std::string& iName, const std::string& iValue,
                                              const std::string& iHelp,
                                              Completion iCompletion = Completion::None);
+    // Tells of an option that the parser itself answers.
+    void Knows(const std::string& iNames, const std::string& iHelp);
     // The option "--json": the result is to be printed as JSON.
     const bool& JsonFlag();
 
     // More than the purpose has to say; stands behind the options in the help.
     Command& Explains(const std::string& iText);
+    // An environment variable that it looks at, and what for.
+    Command& Reads(const std::string& iVariable, const std::string& iHelp);
     // A command line that shows the use, for the help.
     Command& Example(const std::string& iLine);
     // What the command does.
@@ -97,15 +110,17 @@ public:
     const std::vector<std::unique_ptr<Command>>& Commands() const { return _Commands; }
     const std::vector<Parameter>& Parameters() const { return _Parameters; }
     const std::vector<std::string>& Explanations() const { return _Explanations; }
+    const std::vector<Variable>& Variables() const { return _Variables; }
     const std::vector<std::string>& Examples() const { return _Examples; }
 
 private:
-    void AddToFooter(const std::string& iText);
+    void UpdateFooter();
 
     CLI::App& _App;
     std::vector<std::unique_ptr<Command>> _Commands;
     std::vector<Parameter> _Parameters;
     std::vector<std::string> _Explanations;
+    std::vector<Variable> _Variables;
     std::vector<std::string> _Examples;
     // Deques: what is in them stays where it is.
     std::deque<std::string> _Arguments;

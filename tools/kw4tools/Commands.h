@@ -2,6 +2,9 @@
 
 class Program;
 
+// Adds all commands to the program.
+void AddCommands(Program& ioProgram);
+
 // Each adds a family of commands to the program.
 void AddSettingsCommands(Program& ioProgram);  // settings
 void AddStatusCommand(Program& ioProgram);     // status

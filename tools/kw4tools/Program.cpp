@@ -14,12 +14,34 @@ namespace
 
 const char kPurpose[] = "Find files along search paths, keep settings, and more of the common "
                         "services of\nthe suite, from the command line.";
-constexpr std::size_t kHelpColumn = 26;
+constexpr char kVersionHelp[] = "Print the version and exit";
+constexpr char kHelpHelp[] = "Print this help and exit";
 
 Status Tell(const std::string& iProblem)
 {
     std::cerr << "kw4tools: " << iProblem << std::endl;
     return Status::Wrong;
+}
+
+void Describe(Command& ioRoot)
+{
+    ioRoot.Explains(
+        "Results go to standard output, one a line; messages to standard error.\n"
+        "Exit status: 0 done, found, yes; 1 not found, no; 2 wrong usage or an error.\n"
+        "\"--\" ends the options: what follows may begin with \"-\". Numbers need none.\n"
+        "\"kw4tools COMMAND --help\" tells more of a command, with an example.");
+    ioRoot.Reads("ZOR_SETTINGS_PATH", "The directories of settings files (default: zor in\n"
+                                      "XDG_CONFIG_HOME, else .config/zor in HOME)");
+    ioRoot.Reads("ZOR_CATALOG_PATH", "The directories of message catalogs, before the\n"
+                                     "installed one");
+    ioRoot.Reads("LANGUAGE, LANG", "The languages of messages, with LC_ALL and\n"
+                                   "LC_MESSAGES, as gettext takes them");
+    ioRoot.Reads("ZOR_DICTIONARY_PATH", "The directories of dictionary files");
+    ioRoot.Reads("LD_LIBRARY_PATH", "Where schema libraries are found");
+    ioRoot.Reads("ZOR_PSN_TRACE_FILE", "The file for the method trace of --trace");
+    ioRoot.Reads("VISUAL, EDITOR", "The editor of \"settings edit\" (default: vi)");
+    ioRoot.Reads("NO_COLOR", "Set to anything: no colours on a terminal");
+    ioRoot.Example("kw4tools find stdio.h /usr/local/include:/usr/include");
 }
 
 } // namespace
@@ -32,18 +54,15 @@ Program::Program()
                               "The characters that separate the directories of a path list,\n"
                               "each by itself (default: \":\")"))
 {
-    _App->set_version_flag("--version", "kw4tools " KW4TOOLS_VERSION, "Print the version and exit");
-    _App->set_help_flag("-h,--help", "Print this help and exit");
-    _App->get_formatter()->column_width(kHelpColumn);
+    _App->set_version_flag("--version", "kw4tools " KW4TOOLS_VERSION, kVersionHelp);
+    _Root.Knows("--version", kVersionHelp);
+    _App->set_help_flag("-h,--help", kHelpHelp);
+    _Root.Knows("-h,--help", kHelpHelp);
+    _App->get_formatter()->column_width(Command::kTextColumn);
     _App->get_formatter()->label("Positionals", "Arguments");
     _App->get_formatter()->label("SUBCOMMAND", "COMMAND");
     _App->fallthrough();
-    _Root.Explains(
-        "Results go to standard output, one a line; messages to standard error.\n"
-        "Exit status: 0 done, found, yes; 1 not found, no; 2 wrong usage or an error.\n"
-        "\"--\" ends the options: what follows may begin with \"-\". Numbers need none.\n"
-        "\"kw4tools COMMAND --help\" tells more of a command, with an example.");
-    _Root.Example("kw4tools find stdio.h /usr/local/include:/usr/include");
+    Describe(_Root);
 }
 
 Program::~Program() = default;

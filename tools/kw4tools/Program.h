@@ -19,6 +19,9 @@ public:
     // A command; commands of one group stand together in the help.
     Command& Add(const std::string& iGroup, const std::string& iName, const std::string& iPurpose);
 
+    // The program itself as a command, with all others below it.
+    const Command& Root() const { return _Root; }
+
     // Runs the command that the arguments (without the program's own name) ask for. Returns the
     // exit status.
     int Run(const std::vector<std::string>& iArguments);
