@@ -42,6 +42,13 @@ void KillAtEachCall(Interference::Kind iKind, const std::function<void()>& iPrep
     }
 }
 
+// The old one goes first: each puts back the environment that it found.
+void Renew(std::unique_ptr<RepositorySite>& ioSite)
+{
+    ioSite.reset();
+    ioSite = std::make_unique<RepositorySite>();
+}
+
 Strings EntriesOf(const std::string& iDirectory)
 {
     Strings names;
@@ -83,7 +90,7 @@ TEST_P(SettingsCrashPoints, LeaveAWholeFileAndNothingThatStopsTheNext)
             KillAtEachCall(
                 kind,
                 [&] {
-                    site = std::make_unique<RepositorySite>();
+                    Renew(site);
                     operation.Prepare(*site);
                 },
                 [&] { operation.Run(*site); },
@@ -115,7 +122,7 @@ TEST(SettingsPermissions, AreNoWiderAtAnyInstantOfASave)
         KillAtEachCall(
             Interference::Kill,
             [&] {
-                site = std::make_unique<RepositorySite>();
+                Renew(site);
                 site->SetBytes("A = '1'\n");
                 ASSERT_EQ(chmod((*site / "site.toml").c_str(), mode), 0);
             },
