@@ -313,7 +313,8 @@ bool Mix(std::chrono::seconds iFor, double iLongest)
     return sum.wrong == 0 && failed == 0 && (iLongest <= 0 || longest <= iLongest);
 }
 
-// A put of the services, without them: what the kernel takes for it, in the same order.
+// The least that a put has to ask of the system: lock, read, write a new file, bring it to the
+// disk, put it in the place of the old one, bring that to the disk.
 class BareWriter
 {
 public:
