@@ -3,6 +3,7 @@
 #include "DeclaredAdapter.h"
 #include "Descriptor.h"
 #include "DictionaryText.h"
+#include "KeepAcrossForks.h"
 #include "Registry.h"
 #include "ZORDictionaryDirectories.h"
 #include "ZORGetEnv.h"
@@ -16,7 +17,6 @@
 #include <iostream>
 #include <mutex>
 #include <optional>
-#include <pthread.h>
 #include <string_view>
 #include <sys/stat.h>
 #include <system_error>
@@ -153,11 +153,9 @@ public:
     }
 
 private:
-    Reading()
-    {
-        pthread_atfork([] { Instance()._Mutex.lock(); }, [] { Instance()._Mutex.unlock(); },
-                       [] { Instance()._Mutex.unlock(); });
-    }
+    Reading() { KeepAcrossForks<&Lock>(); }
+
+    static std::mutex& Lock() { return Instance()._Mutex; }
 
     std::mutex _Mutex;
     std::atomic<bool> _Done{false};
