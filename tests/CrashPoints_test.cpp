@@ -14,10 +14,7 @@
 #include <sys/stat.h>
 
 using testing::AnyOfArray;
-using testing::IsEmpty;
 using testing::IsSubsetOf;
-using testing::SizeIs;
-using testing::StartsWith;
 
 namespace
 {
@@ -45,6 +42,13 @@ void KillAtEachCall(Interference::Kind iKind, const std::function<void()>& iPrep
     }
 }
 
+// The old one goes first: each puts back the environment that it found.
+void Renew(std::unique_ptr<RepositorySite>& ioSite)
+{
+    ioSite.reset();
+    ioSite = std::make_unique<RepositorySite>();
+}
+
 Strings EntriesOf(const std::string& iDirectory)
 {
     Strings names;
@@ -60,10 +64,6 @@ MATCHER_P(IsBeginningOf, iText, "")
 }
 
 class SettingsCrashPoints : public testing::TestWithParam<SettingsOperation>
-{
-};
-
-class SettingsCrashPointsOfAllKinds : public SettingsCrashPoints
 {
 };
 
@@ -90,7 +90,7 @@ TEST_P(SettingsCrashPoints, LeaveAWholeFileAndNothingThatStopsTheNext)
             KillAtEachCall(
                 kind,
                 [&] {
-                    site = std::make_unique<RepositorySite>();
+                    Renew(site);
                     operation.Prepare(*site);
                 },
                 [&] { operation.Run(*site); },
@@ -113,6 +113,30 @@ TEST_P(SettingsCrashPoints, LeaveAWholeFileAndNothingThatStopsTheNext)
 
 INSTANTIATE_TEST_SUITE_P(, SettingsCrashPoints, testing::ValuesIn(SettingsOperations()),
                          [](const auto& iInfo) { return iInfo.param.name; });
+
+TEST(SettingsPermissions, AreNoWiderAtAnyInstantOfASave)
+{
+    const mode_t before = umask(0);
+    for (const mode_t mode : {0600u, 0640u}) {
+        std::unique_ptr<RepositorySite> site;
+        KillAtEachCall(
+            Interference::Kill,
+            [&] {
+                Renew(site);
+                site->SetBytes("A = '1'\n");
+                ASSERT_EQ(chmod((*site / "site.toml").c_str(), mode), 0);
+            },
+            [&] { site->Put("A", "2"); },
+            [&](const WatchedEnd&) {
+                for (const std::string& name : EntriesOf(*site / "")) {
+                    struct stat status;
+                    ASSERT_EQ(stat((*site / name).c_str(), &status), 0);
+                    EXPECT_EQ(status.st_mode & 0777 & ~mode, 0u) << name;
+                }
+            });
+    }
+    umask(before);
+}
 
 TEST(WriteStreamCrashPoints, LeaveTheBeginningOfTheText)
 {

@@ -210,3 +210,30 @@ TEST(Fork, FindsTheLocksOpenThatOtherThreadsHold)
                   0)
             << i;
 }
+
+TEST(Fork, WaitsForTheThreadThatReadsTheDictionaryFiles)
+{
+    const ScopedDirectory directory;
+    std::string entries;
+    for (int i = 0; i < 5000; ++i)
+        entries += "[[adapter]]\nclass = \"C" + std::to_string(i) +
+                   "\"\ninterface = \"IMany\"\nlibrary = \"l\"\ncreator = \"c\"\n";
+    directory.Write("many.toml", entries);
+    const ScopedEnvironment path("ZOR_DICTIONARY_PATH", directory.Path().string());
+    for (int round = 0; round < 5; ++round)
+        EXPECT_EQ(InChildWithinSeconds([] { // where they are not read yet
+                      std::atomic<bool> started = false;
+                      std::thread reader([&] {
+                          started = true;
+                          ZORMetaClass::ListOfSupportedClass("IMany");
+                      });
+                      while (!started)
+                          ;
+                      usleep(500);
+                      const int status = InChildWithinSeconds(
+                          [] { return ZORMetaClass::ListOfSupportedClass("IMany") ? 0 : 1; });
+                      reader.join();
+                      return status;
+                  }),
+                  0);
+}

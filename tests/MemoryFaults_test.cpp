@@ -107,6 +107,7 @@ TEST_P(SettingsMemory, LeavesTheFileAsItWasWhenThereIsNone)
     std::unique_ptr<RepositorySite> site;
     StarveEachAllocation(
         [&] {
+            site.reset(); // puts back the environment that it found
             site = std::make_unique<RepositorySite>();
             GetParam().Prepare(*site);
         },

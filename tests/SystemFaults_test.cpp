@@ -81,6 +81,7 @@ protected:
         DisturbEachCall(
             iHow,
             [&] {
+                site.reset(); // puts back the environment that it found
                 site = std::make_unique<RepositorySite>();
                 operation.Prepare(*site);
             },
@@ -169,6 +170,7 @@ TEST_P(SettingsFaults, LeaveNoMemoryAndNoDescriptorBehind)
         DisturbEachCall(
             {Interference::Fail, 0, EIO, forGood},
             [&] {
+                site.reset(); // puts back the environment that it found
                 site = std::make_unique<RepositorySite>();
                 GetParam().Prepare(*site);
             },

@@ -15,9 +15,11 @@
 
 #include <cstdio>
 #include <dlfcn.h>
+#include <functional>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <unistd.h>
+#include <utility>
 
 namespace
 {
@@ -63,6 +65,7 @@ namespace
 {
 
 int saves = 0;
+std::function<void()> onSave; // what others do just before a save
 ZORError* meets = nullptr;
 
 void Meet()
@@ -85,6 +88,10 @@ extern "C" void SaveRepository(ZORSettingRepository* ioRepository) asm(
 extern "C" void SaveRepository(ZORSettingRepository* ioRepository)
 {
     ++saves;
+    if (std::function<void()> others = std::exchange(onSave, nullptr)) {
+        others();
+        onSave = std::move(others);
+    }
     Next<void (*)(ZORSettingRepository*)>("_ZN20ZORSettingRepository14SaveRepositoryEv")(
         ioRepository);
 }
@@ -116,6 +123,18 @@ TEST(RemoveSetting, SavesOnceForEachAttributeItRemoves)
     EXPECT_EQ(saves, 3);
     ZORDuxServices().RemoveSetting("A", "f");
     EXPECT_EQ(saves, 3);
+}
+
+TEST(RemoveSetting, DoesNotRemoveAgainWhatOthersRemovedMeanwhile)
+{
+    const SettingsSite site;
+    site.Write("f", "A = \"1\"\nB = \"2\"\nC = \"3\"\n");
+    saves = 0;
+    onSave = [] { ZORDuxServices().RemoveSetting("B", "f"); };
+    ZORDuxServices().RemoveSetting("A", "f");
+    onSave = nullptr;
+    EXPECT_EQ(saves, 2); // of A and of B: one more would lose what somebody puts there by now
+    EXPECT_EQ(site.Read("f"), "C = \"3\"\n");
 }
 
 TEST(RemoveSetting, TellsAnErrorOfTheRepositoryAndEndsShouldThrowComeBack)

@@ -3,16 +3,19 @@
 #include "DeclaredAdapter.h"
 #include "Descriptor.h"
 #include "DictionaryText.h"
+#include "KeepAcrossForks.h"
 #include "Registry.h"
 #include "ZORDictionaryDirectories.h"
 #include "ZORGetEnv.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
 #include <filesystem>
 #include <iostream>
+#include <mutex>
 #include <optional>
 #include <string_view>
 #include <sys/stat.h>
@@ -126,12 +129,44 @@ bool TakeAll()
     return any;
 }
 
+// Reads them once. Whoever forks waits until another thread is through with that: the child would
+// wait for ever.
+class Reading
+{
+public:
+    static Reading& Instance()
+    {
+        static Reading* const reading = new Reading;
+        return *reading;
+    }
+
+    bool Any()
+    {
+        if (_Done.load(std::memory_order_acquire))
+            return _Any;
+        const std::lock_guard lock(_Mutex);
+        if (!_Done.load(std::memory_order_relaxed)) {
+            _Any = TakeAll();
+            _Done.store(true, std::memory_order_release);
+        }
+        return _Any;
+    }
+
+private:
+    Reading() { KeepAcrossForks<&Lock>(); }
+
+    static std::mutex& Lock() { return Instance()._Mutex; }
+
+    std::mutex _Mutex;
+    std::atomic<bool> _Done{false};
+    bool _Any = false;
+};
+
 } // namespace
 
 bool ReadDictionaryFiles()
 {
-    static const bool any = TakeAll();
-    return any;
+    return Reading::Instance().Any();
 }
 
 std::vector<ZORDictionaryDirectory> ZORDictionaryDirectories()

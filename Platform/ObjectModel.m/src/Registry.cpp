@@ -1,10 +1,10 @@
 #include "Registry.h"
 
+#include "KeepAcrossForks.h"
+
 #include <algorithm>
 #include <cstring>
 #include <mutex>
-#include <new>
-#include <pthread.h>
 
 Registry& Registry::Instance()
 {
@@ -12,11 +12,14 @@ Registry& Registry::Instance()
     return *registry;
 }
 
-// The child makes the lock anew: it is another thread by number than the one that took it.
 Registry::Registry()
 {
-    pthread_atfork([] { Instance()._Mutex.lock(); }, [] { Instance()._Mutex.unlock(); },
-                   [] { new (&Instance()._Mutex) std::shared_mutex; });
+    KeepAcrossForks<&Lock>();
+}
+
+std::shared_mutex& Registry::Lock()
+{
+    return Instance()._Mutex;
 }
 
 std::size_t Registry::Hash::operator()(const Pair& iPair) const

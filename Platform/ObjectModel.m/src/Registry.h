@@ -59,6 +59,7 @@ private:
     Registry();
     ~Registry() = delete;
 
+    static std::shared_mutex& Lock();
     ZORMetaClass* QueryLocked(std::string_view iClassName) const; // null if unknown
     ZORMetaClass* FindLocked(std::string_view iClassName);        // made if unknown
     Pair PairOf(const char* iClassName, const char* iInterfaceName);

@@ -1,10 +1,10 @@
 #include "ZORImplementationAdapter.h"
 
+#include "KeepAcrossForks.h"
 #include "ZORUuid.h"
 
 #include <algorithm>
 #include <mutex>
-#include <pthread.h>
 
 ZOR_IMPLEMENT_CLASS(ZORImplementationAdapter, ZORKindImplementation, ZOREventSubscriber)
 
@@ -20,15 +20,10 @@ struct ZORImplementationAdapter::Particulars {
     Objects pointingHere;
     Objects pointedTo;
 
-    // Never torn down: objects may go at the end of the process. A child forked while another
-    // thread has it finds it open.
+    // Never torn down: objects may go at the end of the process.
     static std::mutex& LinksLock()
     {
-        static std::mutex* const lock = [] {
-            pthread_atfork([] { LinksLock().lock(); }, [] { LinksLock().unlock(); },
-                           [] { LinksLock().unlock(); });
-            return new std::mutex;
-        }();
+        static std::mutex* const lock = (KeepAcrossForks<&LinksLock>(), new std::mutex);
         return *lock;
     }
     static bool Has(const Objects& iObjects, const ZORImplementationAdapter* iObject)

@@ -1,5 +1,6 @@
 #include "SettingsCache.h"
 
+#include "KeepAcrossForks.h"
 #include "SettingsFile.h"
 
 #include <cstddef>
@@ -7,7 +8,6 @@
 #include <mutex>
 #include <new>
 #include <optional>
-#include <pthread.h>
 #include <time.h>
 #include <unordered_map>
 
@@ -113,12 +113,9 @@ public:
     }
 
 private:
-    // A child forked while another thread is in here finds the cache unlocked.
-    Cache()
-    {
-        pthread_atfork([] { Instance()._Mutex.lock(); }, [] { Instance()._Mutex.unlock(); },
-                       [] { Instance()._Mutex.unlock(); });
-    }
+    Cache() { KeepAcrossForks<&Lock>(); }
+
+    static std::mutex& Lock() { return Instance()._Mutex; }
 
     std::mutex _Mutex;
     std::unordered_map<std::string, CachedFile> _Files;

@@ -1,5 +1,7 @@
 #include "UnsharedDescriptor.h"
 
+#include "KeepAcrossForks.h"
+
 #include <algorithm>
 #include <fcntl.h>
 #include <mutex>
@@ -39,9 +41,11 @@ public:
 private:
     Unshared()
     {
-        pthread_atfork([] { Instance()._Mutex.lock(); }, [] { Instance()._Mutex.unlock(); },
-                       [] { Instance().CloseAll(); });
+        pthread_atfork(nullptr, nullptr, [] { Instance().CloseAll(); });
+        KeepAcrossForks<&Lock>();
     }
+
+    static std::mutex& Lock() { return Instance()._Mutex; }
 
     // In the child, which has the threads that use them no more.
     void CloseAll()
@@ -49,7 +53,6 @@ private:
         for (const int each : _Files)
             close(each);
         _Files.clear();
-        _Mutex.unlock();
     }
 
     std::mutex _Mutex;

@@ -133,7 +133,11 @@ void ZORDuxServices::RemoveSetting(const ZORUnicodeString& iSettingName,
         const Repository repository = Open(iFileName);
         Attributes attributes(*repository);
         StoredSetting setting;
+        // An attribute that somebody else removed since leaves the items as they are: as no match.
+        ZORString noMatch(iSettingName);
+        noMatch.Append("?", 1);
         while (const char* const attribute = attributes.Next()) {
+            setting.name = noMatch;
             setting.Read(*repository, attribute);
             if (setting.name == iSettingName.ConvertToChar()) {
                 repository->DelAttribute(attribute);
