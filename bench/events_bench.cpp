@@ -1,8 +1,9 @@
-// Sending an event to many callbacks: the callback manager, the list of functions that one would
-// write by hand (which survives no change during a dispatch), and the bare calls.
-#include "ZORCallbackManager.h"
+// Sending an event to the callbacks registered for it, among a hundred events by name; and
+// registering callbacks and taking them back.
+#include "events_rows.h"
+#include "support/Rows.h"
 
-#include <benchmark/benchmark.h>
+#include "ZORCallbackManager.h"
 
 #include <algorithm>
 #include <functional>
@@ -18,77 +19,69 @@ void Count(ZORBaseUnknown*, const char*, ZORNotification*, void* iData)
     ++*static_cast<long*>(iData);
 }
 
-// Every way calls each callback once for each dispatch.
-void Check(benchmark::State& ioState, long iCalls)
-{
-    const long expected = static_cast<long>(ioState.iterations()) * ioState.range(0);
-    if (iCalls != expected)
-        ioState.SkipWithError("a callback was not called once");
-    ioState.SetItemsProcessed(iCalls);
-}
-
-void DispatchByManager(benchmark::State& ioState)
+void Dispatch(benchmark::State& ioState, int iSubscribers)
 {
     long calls = 0;
     ZORCallbackManager manager;
-    for (long i = 0; i < ioState.range(0); ++i)
-        manager.AddCallback("PartOpened", Count, &calls);
-    for ([[maybe_unused]] auto each : ioState)
-        manager.DispatchCallbacks("PartOpened", nullptr, nullptr);
-    Check(ioState, calls);
+    ForEachCallback(iSubscribers, [&](const std::string& iEvent) {
+        manager.AddCallback(iEvent.c_str(), Count, &calls);
+    });
+    for (auto _ : ioState)
+        manager.DispatchCallbacks(kEvent, nullptr, nullptr);
+    Check(ioState, calls == ioState.iterations() * iSubscribers);
 }
 
-void DispatchByFunctionList(benchmark::State& ioState)
+// Survives no change during a dispatch, and no error.
+void DispatchByHand(benchmark::State& ioState, int iSubscribers)
 {
+    struct Callback {
+        ZORCallbackFunction function;
+        void* data;
+    };
     long calls = 0;
-    using Functions = std::vector<std::function<void(const char*, void*)>>;
-    std::unordered_map<std::string, Functions> events;
-    for (long i = 0; i < ioState.range(0); ++i)
-        events["PartOpened"].push_back([&calls](const char*, void*) { ++calls; });
-    for ([[maybe_unused]] auto each : ioState)
-        for (const auto& function : events.find("PartOpened")->second)
-            function("PartOpened", nullptr);
-    Check(ioState, calls);
-}
-
-void DispatchByBareCalls(benchmark::State& ioState)
-{
-    long calls = 0;
-    const std::vector<ZORCallbackFunction> functions(static_cast<std::size_t>(ioState.range(0)),
-                                                     Count);
-    benchmark::DoNotOptimize(functions.data());
-    for ([[maybe_unused]] auto each : ioState)
-        for (const ZORCallbackFunction function : functions)
-            function(nullptr, "PartOpened", nullptr, &calls);
-    Check(ioState, calls);
+    std::unordered_map<std::string, std::vector<Callback>> events;
+    ForEachCallback(iSubscribers, [&](const std::string& iEvent) {
+        events[iEvent].push_back({Count, &calls});
+    });
+    for (auto _ : ioState) {
+        const char* const event = kEvent;
+        const auto found = events.find(event);
+        if (found != events.end())
+            for (const Callback& callback : found->second)
+                callback.function(nullptr, event, nullptr, callback.data);
+    }
+    Check(ioState, calls == ioState.iterations() * iSubscribers);
 }
 
 // Registers that many callbacks and removes them by handle, in another order.
-void AddAndRemove(benchmark::State& ioState)
+void AddAndRemove(benchmark::State& ioState, int iCallbacks)
 {
     long calls = 0;
-    std::vector<ZORCallback> callbacks(static_cast<std::size_t>(ioState.range(0)));
+    int left = 0;
+    std::vector<ZORCallback> callbacks(static_cast<std::size_t>(iCallbacks));
     std::vector<std::size_t> order(callbacks.size());
     for (std::size_t i = 0; i < order.size(); ++i)
         order[i] = i;
     std::shuffle(order.begin(), order.end(), std::mt19937(1));
-    for ([[maybe_unused]] auto each : ioState) {
+    for (auto _ : ioState) {
         ZORCallbackManager manager;
         for (ZORCallback& callback : callbacks)
-            callback = manager.AddCallback("PartOpened", Count, &calls);
+            callback = manager.AddCallback(kEvent, Count, &calls);
         for (const std::size_t i : order)
             manager.RemoveCallback(callbacks[i]);
-        if (manager.GetNbCallbacks("PartOpened") != 0)
-            ioState.SkipWithError("a callback was not removed");
+        left += manager.GetNbCallbacks(kEvent);
     }
-    ioState.SetItemsProcessed(static_cast<long>(ioState.iterations()) * ioState.range(0));
+    Check(ioState, left == 0);
 }
 
-BENCHMARK(DispatchByManager)->RangeMultiplier(16)->Range(1, 4096);
-BENCHMARK(DispatchByFunctionList)->RangeMultiplier(16)->Range(1, 4096);
-BENCHMARK(DispatchByBareCalls)->RangeMultiplier(16)->Range(1, 4096);
-BENCHMARK(AddAndRemove)->RangeMultiplier(16)->Range(1, 65536);
+const Rows kRows([] {
+    for (const int subscribers : kSubscribers) {
+        DispatchRow(subscribers, "ours", Dispatch);
+        DispatchRow(subscribers, "reference", DispatchByHand);
+    }
+    for (const int callbacks : {10, 1000, 100'000})
+        Row("change", callbacks, "ours",
+            [=](benchmark::State& ioState) { AddAndRemove(ioState, callbacks); });
+});
 
 } // namespace
-
-BENCHMARK_MAIN();
