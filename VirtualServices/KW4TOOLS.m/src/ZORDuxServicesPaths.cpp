@@ -2,11 +2,13 @@
 
 #include "MethodFrame.h"
 #include "PathList.h"
+#include "SettingReader.h"
 #include "VariableReference.h"
 #include "ZORDuxServices.h"
 #include "ZORGetEnv.h"
 
 #include <string>
+#include <string_view>
 #include <unistd.h>
 
 namespace
@@ -14,7 +16,7 @@ namespace
 
 const char kSettingsFile[] = "DUXAdmin";
 const char kSearchPath[] = "DUX_SEARCH_PATH";
-const char kSettingMark[] = "$$"; // begins an entry that names a setting
+constexpr std::string_view kSettingMark = "$$"; // begins an entry that names a setting
 
 bool Exists(const char* iPath)
 {
@@ -42,16 +44,15 @@ SplitName Split(MethodFrame& ioFrame, const ZORUnicodeString& iFileName)
 }
 
 // The entries of the search path joined again, each expanded and followed by a separator.
-ZORUnicodeString Expand(MethodFrame& ioFrame, ZORDuxServices& ioServices,
-                        const ZORListValZORUnicodeString& iEntries,
-                        const ZORUnicodeString& iSeparator)
+ZORUnicodeString Expand(MethodFrame& ioFrame, SettingReader& ioSettings,
+                        ZORListValZORUnicodeString iEntries, const ZORUnicodeString& iSeparator)
 {
     ZORUnicodeString path;
-    for (ZORUnicodeString entry : iEntries) {
-        if (entry.SearchSubString(kSettingMark, 0, ZORSearchForward) == 0) {
+    for (ZORUnicodeString& entry : iEntries) {
+        const std::string_view text(entry.ConvertToChar(), entry.GetLengthInBytes());
+        if (text.starts_with(kSettingMark)) {
             ioFrame.Note("Decode setting Path: ", entry);
-            const ZORUnicodeString setting = entry.SubString(2, entry.GetLengthInChar() - 2);
-            entry = ioServices.GetSetting(setting, kSettingsFile);
+            entry = ioSettings.Get(ZORUnicodeString(text.substr(kSettingMark.size())));
         }
         if (ExpandVariable(ioFrame, entry))
             ioFrame.Note("New shell Path: ", entry);
@@ -111,10 +112,12 @@ ZORUnicodeString ZORDuxServices::SearchPath(const ZORUnicodeString& iFileName)
         frame.Value("RelativeName", name.base);
 
         frame.Note("Analyze by DUX_SEARCH_PATH: Begin");
-        const ZORUnicodeString searchPath = GetSetting(kSearchPath, kSettingsFile);
+        const ZORUnicodeString settingsFile(kSettingsFile);
+        SettingReader settings(settingsFile);
+        const ZORUnicodeString searchPath = settings.Get(kSearchPath);
         if (!searchPath.IsEmpty()) {
             const ZORUnicodeString path =
-                Expand(frame, *this, SeekPath(searchPath), _TheSettingSeparator);
+                Expand(frame, settings, SeekPath(searchPath), _TheSettingSeparator);
             ZORUnicodeString found = SeekFile(name.base, path);
             if (found.GetLengthInChar() > name.base.GetLengthInChar()) {
                 TellFound(frame, "GoodPath", found);
