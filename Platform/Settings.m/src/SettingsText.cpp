@@ -40,31 +40,30 @@ void AskLibrary(const std::string& iFile, const SettingsText& iText,
         RaiseFailure(iFile, "it cannot be understood");
 }
 
-// Both texts are compared a block a time, as memcmp does that fastest.
-constexpr std::size_t kBlock = 256;
+// Texts are compared in large blocks first, as memcmp does that fastest, then in small ones.
+constexpr std::size_t kBlocks[] = {4096, 256, 16, 1};
 
 std::size_t CommonPrefix(std::string_view iLeft, std::string_view iRight)
 {
     const std::size_t limit = std::min(iLeft.size(), iRight.size());
     std::size_t size = 0;
-    while (limit - size >= kBlock && iLeft.substr(size, kBlock) == iRight.substr(size, kBlock))
-        size += kBlock;
-    while (size < limit && iLeft[size] == iRight[size])
-        ++size;
+    for (const std::size_t block : kBlocks)
+        while (limit - size >= block && iLeft.substr(size, block) == iRight.substr(size, block))
+            size += block;
     return size;
 }
 
 std::size_t CommonSuffix(std::string_view iLeft, std::string_view iRight)
 {
-    const auto behind = [](std::string_view iText, std::size_t iSize) {
-        return iText.substr(iText.size() - iSize, kBlock);
-    };
     const std::size_t limit = std::min(iLeft.size(), iRight.size());
     std::size_t size = 0;
-    while (limit - size >= kBlock && behind(iLeft, size + kBlock) == behind(iRight, size + kBlock))
-        size += kBlock;
-    while (size < limit && iLeft[iLeft.size() - size - 1] == iRight[iRight.size() - size - 1])
-        ++size;
+    for (const std::size_t block : kBlocks) {
+        const auto next = [&](std::string_view iText) {
+            return iText.substr(iText.size() - size - block, block);
+        };
+        while (limit - size >= block && next(iLeft) == next(iRight))
+            size += block;
+    }
     return size;
 }
 
@@ -240,13 +239,14 @@ bool SettingsText::TakeOverIndex(const SettingsText& iKnown, const Overlap& iOve
         _Index = iKnown._Index;
         return true;
     }
-    _Index = iKnown._Index.Renumbered([&](std::uint32_t each) {
+    const auto renumber = [&](std::uint32_t each) {
         return each < iOverlap.head ? each : each < iOverlap.tail ? NameIndex::kNone : each + more;
-    });
+    };
+    _Index = std::make_shared<NameIndex>(iKnown._Index->Renumbered(renumber));
     for (auto i = static_cast<std::uint32_t>(iOverlap.head); i < middleEnd; ++i) {
         if (NumberOf(Name(_Entries[i])) != NameIndex::kNone)
             return false;
-        _Index.Add(Name(_Entries[i]), i);
+        _Index->Add(Name(_Entries[i]), i);
     }
     return true;
 }
@@ -256,7 +256,7 @@ bool SettingsText::Add(const SettingsEntry& iEntry)
     const std::string_view name = Name(iEntry);
     if (NumberOf(name) != NameIndex::kNone)
         return false;
-    _Index.Add(name, static_cast<std::uint32_t>(_Entries.size()));
+    _Index->Add(name, static_cast<std::uint32_t>(_Entries.size()));
     _Entries.push_back(iEntry);
     return true;
 }
