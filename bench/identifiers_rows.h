@@ -14,7 +14,6 @@
 #include "support/Rows.h"
 
 #include <algorithm>
-#include <chrono>
 #include <map>
 #include <random>
 #include <string>
@@ -82,11 +81,10 @@ void UniqueRow(benchmark::State& ioState, const Identifiers& iLists)
     std::size_t length = 0;
     while (ioState.KeepRunningBatch(static_cast<benchmark::IterationCount>(copies))) {
         std::vector<typename Way::List> lists(copies, list);
-        const auto start = std::chrono::steady_clock::now();
+        const double start = ProcessorTime();
         for (auto& each : lists)
             Way::Unique(each);
-        const auto end = std::chrono::steady_clock::now();
-        ioState.SetIterationTime(std::chrono::duration<double>(end - start).count());
+        ioState.SetIterationTime(ProcessorTime() - start);
         length = Way::Size(lists.front());
     }
     Check(ioState, length == iLists.distinct);

@@ -21,10 +21,15 @@ BENCH = pathlib.Path(__file__).resolve().parent
 COLOURS = ["#0b6", "#333", "#d62", "#28c", "#a3c", "#c80", "#0aa", "#888"]
 
 
+def without_size(case):
+    return re.sub(r"/\d+$", "", case)
+
+
 def measured(file):
-    """{case: {who: median time in ns}}, in the order of the file."""
+    """{case: {who: median time in ns}}, cases and ways as the program has them, sizes together."""
     times = {}
-    for run in json.loads(file.read_text())["benchmarks"]:
+    runs = json.loads(file.read_text())["benchmarks"]
+    for run in sorted(runs, key=lambda each: each["family_index"]):
         name, _, clock = run["run_name"].partition("/real_time")
         name, _, manual = name.partition("/manual_time")
         if "error_occurred" in run:
@@ -36,8 +41,9 @@ def measured(file):
         scale = {"ns": 1, "us": 1e3, "ms": 1e6, "s": 1e9}[run["time_unit"]]
         time = run["real_time" if real else "cpu_time"] * scale
         times.setdefault(case, {}).setdefault(who, []).append(time)
-    return {case: {who: statistics.median(each) for who, each in ways.items()}
-            for case, ways in times.items()}
+    kinds = list(dict.fromkeys(without_size(case) for case in times))
+    return {case: {who: statistics.median(each) for who, each in times[case].items()}
+            for case in sorted(times, key=lambda each: kinds.index(without_size(each)))}
 
 
 def goals(area, case):

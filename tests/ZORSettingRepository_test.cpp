@@ -369,6 +369,24 @@ TEST(ZORSettingRepository, VisitsEachAttributeOnceInTheOrderOfTheFile)
     EXPECT_EQ(settings->NextAttribute(name, text, &number, 0), -1);
 }
 
+TEST(ZORSettingRepository, ReadsTheAttributeItVisitsAsItIsNow)
+{
+    const RepositorySite site;
+    site.SetBytes("A = \"1\"\nB = \"2\"\n");
+    const auto settings = OpenSettings("site");
+    char name[200];
+    ASSERT_EQ(settings->NextAttribute(name, nullptr, nullptr, 0), 0);
+    EXPECT_THAT(Read(*settings, name), Pair("A", "1"));
+    Write(*settings, "A", {"A", "new"});
+    EXPECT_THAT(Read(*settings, name), Pair("A", "new"));
+    settings->SaveRepository();
+    EXPECT_THAT(Read(*settings, name), Pair("A", "new"));
+    settings->DelAttribute("A");
+    EXPECT_EQ(Read(*settings, name).second, "-");
+    ASSERT_EQ(settings->NextAttribute(name, nullptr, nullptr, 0), 0);
+    EXPECT_THAT(Read(*settings, name), Pair("B", "2"));
+}
+
 TEST(ZORSettingRepository, GoesOnVisitingWhileAttributesAreRemovedAndSaved)
 {
     const RepositorySite site;

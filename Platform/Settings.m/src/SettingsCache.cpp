@@ -86,29 +86,33 @@ public:
     std::shared_ptr<const SettingsText> Unchanged(const std::string& iPath, const Stamp& iStamp)
     {
         const std::lock_guard lock(_Mutex);
-        const auto found = _Files.find(iPath);
-        return found != _Files.end() && found->second.stamp == iStamp ? found->second.text
-                                                                      : nullptr;
+        const CachedFile* const file = Find(iPath);
+        return file && file->stamp == iStamp ? file->text : nullptr;
     }
 
     // The text of the file when it was read last.
     std::shared_ptr<const SettingsText> Known(const std::string& iPath)
     {
         const std::lock_guard lock(_Mutex);
-        const auto found = _Files.find(iPath);
-        return found == _Files.end() ? nullptr : found->second.text;
+        const CachedFile* const file = Find(iPath);
+        return file ? file->text : nullptr;
     }
 
     // Without memory for it the file is not remembered, which changes no result.
     void Put(const std::string& iPath, CachedFile iFile) noexcept
     {
         const std::lock_guard lock(_Mutex);
+        if (CachedFile* const file = Find(iPath)) {
+            *file = std::move(iFile);
+            return;
+        }
+        if (_Files.size() >= kMostFiles) {
+            _Recent = nullptr;
+            _Files.clear();
+        }
         try {
-            if (_Files.size() >= kMostFiles && !_Files.contains(iPath))
-                _Files.clear();
-            _Files.insert_or_assign(iPath, std::move(iFile));
+            _Files.emplace(iPath, std::move(iFile));
         } catch (const std::bad_alloc&) {
-            _Files.erase(iPath);
         }
     }
 
@@ -117,8 +121,20 @@ private:
 
     static std::mutex& Lock() { return Instance()._Mutex; }
 
+    // Mostly the file is the one that was asked for last: that is told without a hash.
+    CachedFile* Find(const std::string& iPath)
+    {
+        if (!_Recent || _Recent->first != iPath) {
+            const auto found = _Files.find(iPath);
+            _Recent = found == _Files.end() ? nullptr : &*found;
+        }
+        return _Recent ? &_Recent->second : nullptr;
+    }
+
+    using Files = std::unordered_map<std::string, CachedFile>;
     std::mutex _Mutex;
-    std::unordered_map<std::string, CachedFile> _Files;
+    Files _Files;
+    Files::value_type* _Recent = nullptr;
 };
 
 // Made with the library: a child forked while another thread makes it would wait for ever.

@@ -40,38 +40,37 @@ void AskLibrary(const std::string& iFile, const SettingsText& iText,
         RaiseFailure(iFile, "it cannot be understood");
 }
 
-// Both texts are compared a block a time, as memcmp does that fastest.
-constexpr std::size_t kBlock = 256;
+// Texts are compared in large blocks first, as memcmp does that fastest, then in small ones.
+constexpr std::size_t kBlocks[] = {4096, 256, 16, 1};
 
 std::size_t CommonPrefix(std::string_view iLeft, std::string_view iRight)
 {
     const std::size_t limit = std::min(iLeft.size(), iRight.size());
     std::size_t size = 0;
-    while (limit - size >= kBlock && iLeft.substr(size, kBlock) == iRight.substr(size, kBlock))
-        size += kBlock;
-    while (size < limit && iLeft[size] == iRight[size])
-        ++size;
+    for (const std::size_t block : kBlocks)
+        while (limit - size >= block && iLeft.substr(size, block) == iRight.substr(size, block))
+            size += block;
     return size;
 }
 
 std::size_t CommonSuffix(std::string_view iLeft, std::string_view iRight)
 {
-    const auto behind = [](std::string_view iText, std::size_t iSize) {
-        return iText.substr(iText.size() - iSize, kBlock);
-    };
     const std::size_t limit = std::min(iLeft.size(), iRight.size());
     std::size_t size = 0;
-    while (limit - size >= kBlock && behind(iLeft, size + kBlock) == behind(iRight, size + kBlock))
-        size += kBlock;
-    while (size < limit && iLeft[iLeft.size() - size - 1] == iRight[iRight.size() - size - 1])
-        ++size;
+    for (const std::size_t block : kBlocks) {
+        const auto next = [&](std::string_view iText) {
+            return iText.substr(iText.size() - size - block, block);
+        };
+        while (limit - size >= block && next(iLeft) == next(iRight))
+            size += block;
+    }
     return size;
 }
 
-TextRange Shifted(TextRange iRange, std::uint32_t iFrom, std::uint32_t iShift)
+void Shift(TextRange& ioRange, std::uint32_t iShift)
 {
-    const std::uint32_t shift = iRange.begin >= iFrom ? iShift : 0;
-    return {iRange.begin + shift, iRange.end + shift};
+    ioRange.begin += iShift;
+    ioRange.end += iShift;
 }
 
 } // namespace
@@ -186,15 +185,19 @@ void SettingsText::TakeOverHead(const SettingsText& iKnown, const Overlap& iOver
         iOverlap.head < known.size() ? known[iOverlap.head].firstItem : iKnown._Items.size();
     _Decoded = iKnown._Decoded;
     _Entries.reserve(known.size() + 1);
+    _Entries.assign(known.begin(), known.begin() + static_cast<std::ptrdiff_t>(iOverlap.head));
     _Items.reserve(iKnown._Items.size() + 1);
-    for (std::size_t i = 0; i < iOverlap.head; ++i) {
-        _Entries.push_back(known[i]);
-        _Entries.back().name = Shifted(known[i].name, bytes, iOverlap.shift);
-    }
-    for (std::size_t i = 0; i < items; ++i) {
-        _Items.push_back(iKnown._Items[i]);
-        _Items.back().text = Shifted(iKnown._Items[i].text, bytes, iOverlap.shift);
-    }
+    _Items.assign(iKnown._Items.begin(),
+                  iKnown._Items.begin() + static_cast<std::ptrdiff_t>(items));
+    if (_Decoded.empty())
+        return;
+    // What was decoded counts on from the end of the text.
+    for (SettingsEntry& each : _Entries)
+        if (each.name.begin >= bytes)
+            Shift(each.name, iOverlap.shift);
+    for (SettingsItem& each : _Items)
+        if (each.text.begin >= bytes)
+            Shift(each.text, iOverlap.shift);
 }
 
 void SettingsText::TakeOverTail(const SettingsText& iKnown, const Overlap& iOverlap)
@@ -203,20 +206,24 @@ void SettingsText::TakeOverTail(const SettingsText& iKnown, const Overlap& iOver
         return;
     const std::uint32_t firstItem = iKnown._Entries[iOverlap.tail].firstItem;
     const auto moreItems = static_cast<std::uint32_t>(_Items.size()) - firstItem;
-    for (std::size_t i = iOverlap.tail; i < iKnown._Entries.size(); ++i) {
-        SettingsEntry entry = iKnown._Entries[i];
-        entry.name = Shifted(entry.name, 0, iOverlap.shift);
-        entry.key += iOverlap.shift;
-        entry.source = Shifted(entry.source, 0, iOverlap.shift);
-        entry.firstItem += moreItems;
-        _Entries.push_back(entry);
-    }
-    for (std::size_t i = firstItem; i < iKnown._Items.size(); ++i) {
-        SettingsItem item = iKnown._Items[i];
-        item.source = Shifted(item.source, 0, iOverlap.shift);
-        item.text = Shifted(item.text, 0, iOverlap.shift);
-        _Items.push_back(item);
-    }
+    const auto entry = _Entries.insert(
+        _Entries.end(), iKnown._Entries.begin() + static_cast<std::ptrdiff_t>(iOverlap.tail),
+        iKnown._Entries.end());
+    const auto item =
+        _Items.insert(_Items.end(), iKnown._Items.begin() + static_cast<std::ptrdiff_t>(firstItem),
+                      iKnown._Items.end());
+    if (iOverlap.shift == 0 && moreItems == 0)
+        return;
+    std::for_each(entry, _Entries.end(), [&](SettingsEntry& each) {
+        Shift(each.name, iOverlap.shift);
+        each.key += iOverlap.shift;
+        Shift(each.source, iOverlap.shift);
+        each.firstItem += moreItems;
+    });
+    std::for_each(item, _Items.end(), [&](SettingsItem& each) {
+        Shift(each.source, iOverlap.shift);
+        Shift(each.text, iOverlap.shift);
+    });
 }
 
 // False when a name that is new is in the head or the tail as well.
@@ -232,13 +239,14 @@ bool SettingsText::TakeOverIndex(const SettingsText& iKnown, const Overlap& iOve
         _Index = iKnown._Index;
         return true;
     }
-    _Index = iKnown._Index.Renumbered([&](std::uint32_t each) {
+    const auto renumber = [&](std::uint32_t each) {
         return each < iOverlap.head ? each : each < iOverlap.tail ? NameIndex::kNone : each + more;
-    });
+    };
+    _Index = std::make_shared<NameIndex>(iKnown._Index->Renumbered(renumber));
     for (auto i = static_cast<std::uint32_t>(iOverlap.head); i < middleEnd; ++i) {
         if (NumberOf(Name(_Entries[i])) != NameIndex::kNone)
             return false;
-        _Index.Add(Name(_Entries[i]), i);
+        _Index->Add(Name(_Entries[i]), i);
     }
     return true;
 }
@@ -248,7 +256,7 @@ bool SettingsText::Add(const SettingsEntry& iEntry)
     const std::string_view name = Name(iEntry);
     if (NumberOf(name) != NameIndex::kNone)
         return false;
-    _Index.Add(name, static_cast<std::uint32_t>(_Entries.size()));
+    _Index->Add(name, static_cast<std::uint32_t>(_Entries.size()));
     _Entries.push_back(iEntry);
     return true;
 }

@@ -123,8 +123,8 @@ private:
 
     std::uint32_t NumberOf(std::string_view iName) const
     {
-        return _Index.Find(iName,
-                           [&](std::uint32_t each) { return Name(_Entries[each]) == iName; });
+        return _Index->Find(iName,
+                            [&](std::uint32_t each) { return Name(_Entries[each]) == iName; });
     }
     // Adds the entry unless its name is there; tells whether it did.
     bool Add(const SettingsEntry& iEntry);
@@ -139,6 +139,8 @@ private:
     std::string _Decoded; // its ranges count on from the end of _Bytes
     std::vector<SettingsEntry> _Entries;
     std::vector<SettingsItem> _Items; // in the order of their entries
-    NameIndex _Index;                 // of _Entries
-    bool _Sure = false;               // understood without the TOML library
+    // Of _Entries; that of a known text, which does not change any more, when the names are the
+    // same.
+    std::shared_ptr<NameIndex> _Index = std::make_shared<NameIndex>();
+    bool _Sure = false; // understood without the TOML library
 };

@@ -77,6 +77,23 @@ public:
     // The next attribute and its name; none behind the last.
     Attribute Next(std::string_view& oName)
     {
+        _Last = Seek(_LastName);
+        oName = _LastName;
+        return _Last;
+    }
+
+    // The attribute that Next gave last, when it has that name and the settings are what they were
+    // when the iteration began: most read the attribute they are at, and need no look-up then.
+    Attribute Last(std::string_view iName, const ChangedSettings& iNow) const
+    {
+        const bool same =
+            iNow.text == _Settings.text && iNow.changes.IsEmpty() && _Settings.changes.IsEmpty();
+        return same && iName == _LastName ? _Last : Attribute();
+    }
+
+private:
+    Attribute Seek(std::string_view& oName)
+    {
         while (_Entry < _Settings.text->Entries().size()) {
             const SettingsEntry& entry = _Settings.text->Entries()[_Entry++];
             oName = _Settings.text->Name(entry);
@@ -95,8 +112,9 @@ public:
         return {};
     }
 
-private:
     const ChangedSettings _Settings;
+    Attribute _Last;
+    std::string_view _LastName;
     std::size_t _Entry = 0;
     std::size_t _Change = 0;
 };
@@ -139,6 +157,12 @@ struct ZORSettingRepository::State final : ZORSettingRepository {
     std::string path; // empty: no directory to keep the file in
     ChangedSettings settings;
     std::unique_ptr<Iteration> iteration;
+
+    Attribute Find(std::string_view iName) const
+    {
+        const Attribute last = iteration ? iteration->Last(iName, settings) : Attribute();
+        return last.Exists() ? last : settings.Find(iName);
+    }
 };
 
 ZORSettingRepository::ZORSettingRepository() = default;
@@ -166,7 +190,7 @@ void ZORSettingRepository::ReadSetting(const char* iName, ZORBaseUnknown** ioIte
 {
     if (!iName || !ioItems || iCount <= 0)
         return;
-    const Attribute attribute = Self().settings.Find(iName);
+    const Attribute attribute = Self().Find(iName);
     if (!attribute.Exists())
         return;
     for (std::size_t i = 0; i < static_cast<std::size_t>(iCount); ++i)

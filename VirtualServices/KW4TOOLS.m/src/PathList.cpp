@@ -1,7 +1,5 @@
 #include "PathList.h"
 
-#include <algorithm>
-
 namespace
 {
 
@@ -18,9 +16,9 @@ std::size_t Index(char iByte)
 } // namespace
 
 PathList::PathList(const ZORUnicodeString& iList, const ZORUnicodeString& iSeparator)
-    : _Rest(View(iList)), _Separator(View(iSeparator))
+    : _Rest(View(iList)), _Byte(iSeparator.ConvertToChar()[0])
 {
-    if (_Separator.size() <= 1)
+    if (iSeparator.GetLengthInBytes() <= 1)
         return;
     _Begins.fill(false);
     for (int i = 0; i < iSeparator.GetLengthInChar(); ++i) {
@@ -29,25 +27,10 @@ PathList::PathList(const ZORUnicodeString& iList, const ZORUnicodeString& iSepar
     }
 }
 
-std::optional<std::string_view> PathList::Next()
-{
-    while (const std::size_t length = SeparatorAt(0))
-        _Rest.remove_prefix(length);
-    if (_Rest.empty())
-        return std::nullopt;
-    const std::string_view piece = _Rest.substr(0, FindSeparator());
-    _Rest.remove_prefix(piece.size());
-    return piece;
-}
-
 // The length in bytes of the separator character at the offset; 0 when there is none.
-std::size_t PathList::SeparatorAt(std::size_t iOffset) const
+std::size_t PathList::CharacterAt(std::size_t iOffset) const
 {
-    if (iOffset == _Rest.size())
-        return 0;
-    if (_Characters.empty())
-        return !_Separator.empty() && _Rest[iOffset] == _Separator.front() ? 1 : 0;
-    if (!_Begins[Index(_Rest[iOffset])])
+    if (iOffset == _Rest.size() || !_Begins[Index(_Rest[iOffset])])
         return 0;
     for (const ZORUnicodeString& character : _Characters)
         if (_Rest.substr(iOffset, character.GetLengthInBytes()) == View(character))
@@ -55,14 +38,10 @@ std::size_t PathList::SeparatorAt(std::size_t iOffset) const
     return 0;
 }
 
-// The offset of the first separator character; the end when there is none.
-std::size_t PathList::FindSeparator() const
+std::size_t PathList::FindCharacter() const
 {
-    if (_Characters.empty())
-        return _Separator.empty() ? _Rest.size()
-                                  : std::min(_Rest.find(_Separator.front()), _Rest.size());
     std::size_t offset = 0;
-    while (offset < _Rest.size() && SeparatorAt(offset) == 0)
+    while (offset < _Rest.size() && CharacterAt(offset) == 0)
         ++offset;
     return offset;
 }

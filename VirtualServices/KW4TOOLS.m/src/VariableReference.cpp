@@ -2,32 +2,46 @@
 
 #include "ZORGetEnv.h"
 
+#include <algorithm>
+#include <cstring>
+#include <string>
+#include <string_view>
+
 namespace
 {
 
-// The name behind the "$" at the position.
-ZORUnicodeString NameAt(const ZORUnicodeString& iPath, int iDollar)
+// The path with the value in the place of the reference that begins at the offset, when the name
+// stands nowhere before it.
+ZORUnicodeString WithValue(std::string_view iPath, std::size_t iDollar, std::string_view iName,
+                           const char* iValue)
 {
-    const ZORUnicodeString tail = iPath.SubString(iDollar, iPath.GetLengthInChar());
-    const int slash = tail.SearchSubString("/", 0, ZORSearchForward);
-    // Without a "/" the count is that of the whole path: it reaches the end of the tail anyhow.
-    return tail.SubString(1, slash >= 1 ? slash - 1 : iPath.GetLengthInChar() - 1);
+    std::string path(iPath.substr(0, iDollar));
+    path.append(iValue).append(iPath.substr(iDollar + 1 + iName.size()));
+    return ZORUnicodeString(path);
 }
 
 } // namespace
 
 bool ExpandVariable(MethodFrame& ioFrame, ZORUnicodeString& ioPath)
 {
-    const int dollar = ioPath.SearchSubString("$", 0, ZORSearchForward);
-    if (dollar < 0)
+    const std::string_view path(ioPath.ConvertToChar(), ioPath.GetLengthInBytes());
+    const std::size_t dollar = path.find('$');
+    if (dollar == std::string_view::npos)
         return false;
-    const ZORUnicodeString name = NameAt(ioPath, dollar);
+    const std::size_t end = std::min(path.find('/', dollar), path.size());
+    const ZORUnicodeString name(path.substr(dollar + 1, end - dollar - 1));
     ioFrame.Value("Shell", name);
     const char* const value = ZORGetEnv(name.ConvertToChar());
     if (!value || !*value)
         return false;
-    ioPath.ReplaceSubString(name, value);
-    ioPath.ReplaceSubString("$", "");
-    ioPath.ReplaceSubString("//", "/");
+    const std::string_view bytes(name.ConvertToChar(), name.GetLengthInBytes());
+    if (path.find(bytes) == dollar + 1)
+        ioPath = WithValue(path, dollar, bytes, value);
+    else {
+        ioPath.ReplaceSubString(name, value);
+        ioPath.ReplaceSubString("$", "");
+    }
+    if (std::strstr(ioPath.ConvertToChar(), "//"))
+        ioPath.ReplaceSubString("//", "/");
     return true;
 }

@@ -5,8 +5,8 @@
 
 #include <cstdio>
 #include <memory>
+#include <stdio_ext.h>
 #include <unistd.h>
-#include <utility>
 
 namespace
 {
@@ -21,22 +21,50 @@ std::int32_t Check(MethodFrame& ioFrame, const ZORUnicodeString& iPath, int iMod
     return granted ? 1 : 0;
 }
 
-struct Closing {
-    void operator()(std::FILE* ioStream) const { std::fclose(ioStream); }
-};
-// Closed when an exception passes.
-using Stream = std::unique_ptr<std::FILE, Closing>;
-
-bool Close(MethodFrame& ioFrame, Stream ioStream)
+// A file that is read or written a large block at a time, by one thread. Closed when an exception
+// passes.
+class Stream
 {
-    const bool closed = std::fclose(ioStream.release()) == 0;
+public:
+    Stream(const ZORUnicodeString& iFileName, const char* iMode)
+        : _Block(new char[kBlockSize]), _File(std::fopen(iFileName.ConvertToChar(), iMode))
+    {
+        if (!_File)
+            return;
+        std::setvbuf(_File.get(), _Block.get(), _IOFBF, kBlockSize);
+        __fsetlocking(_File.get(), FSETLOCKING_BYCALLER);
+    }
+
+    explicit operator bool() const { return _File != nullptr; }
+    std::FILE* Get() const { return _File.get(); }
+    bool Close() { return std::fclose(_File.release()) == 0; }
+    // For the rest of the process, and its block with it.
+    void LeaveOpen()
+    {
+        static_cast<void>(_File.release());
+        static_cast<void>(_Block.release());
+    }
+
+private:
+    static constexpr std::size_t kBlockSize = 65536; // few system calls, and all in the cache
+
+    struct Closing {
+        void operator()(std::FILE* iFile) const { std::fclose(iFile); }
+    };
+    std::unique_ptr<char[]> _Block; // outlives the file
+    std::unique_ptr<std::FILE, Closing> _File;
+};
+
+int Close(MethodFrame& ioFrame, Stream& ioStream)
+{
+    const bool closed = ioStream.Close();
     ioFrame.Note(closed ? "Close Stream: OK" : "Close Stream: KO");
-    return closed;
+    return closed ? 1 : 0;
 }
 
 Stream Open(MethodFrame& ioFrame, const ZORUnicodeString& iFileName, const char* iMode)
 {
-    Stream stream(std::fopen(iFileName.ConvertToChar(), iMode));
+    Stream stream(iFileName, iMode);
     ioFrame.Note(stream ? "Open Stream: OK" : "Open Stream: KO");
     return stream;
 }
@@ -69,15 +97,15 @@ ZORListValZORUnicodeString ZORDuxServices::ReadStream(const ZORUnicodeString& iF
         if (!stream)
             return pieces;
         char piece[kPieceSize];
-        while (std::fgets(piece, kPieceSize, stream.get()))
+        while (std::fgets(piece, kPieceSize, stream.Get()))
             pieces.Append(ZORUnicodeString(piece));
-        if (!std::feof(stream.get())) {
-            static_cast<void>(stream.release());
+        if (!std::feof(stream.Get())) {
+            stream.LeaveOpen();
             frame.Note("Could not read data file");
             return pieces;
         }
         frame.Note("Read Stream: OK");
-        Close(frame, std::move(stream));
+        Close(frame, stream);
         return pieces;
     });
 }
@@ -92,12 +120,12 @@ int ZORDuxServices::WriteStream(const ZORListValZORUnicodeString& iLines,
         if (!stream)
             return 0;
         for (const ZORUnicodeString& line : iLines)
-            if (std::fputs(line.ConvertToChar(), stream.get()) == EOF) {
-                static_cast<void>(stream.release());
+            if (std::fputs(line.ConvertToChar(), stream.Get()) == EOF) {
+                stream.LeaveOpen();
                 frame.Note("Write Stream: KO");
                 return 0;
             }
         frame.Note("Write Stream: OK");
-        return Close(frame, std::move(stream)) ? 1 : 0;
+        return Close(frame, stream);
     });
 }

@@ -2,11 +2,14 @@
 
 #include "MethodFrame.h"
 #include "PathList.h"
+#include "SettingReader.h"
 #include "VariableReference.h"
 #include "ZORDuxServices.h"
 #include "ZORGetEnv.h"
 
+#include <algorithm>
 #include <string>
+#include <string_view>
 #include <unistd.h>
 
 namespace
@@ -14,7 +17,12 @@ namespace
 
 const char kSettingsFile[] = "DUXAdmin";
 const char kSearchPath[] = "DUX_SEARCH_PATH";
-const char kSettingMark[] = "$$"; // begins an entry that names a setting
+constexpr std::string_view kSettingMark = "$$"; // begins an entry that names a setting
+
+std::string_view View(const ZORUnicodeString& iText)
+{
+    return {iText.ConvertToChar(), iText.GetLengthInBytes()};
+}
 
 bool Exists(const char* iPath)
 {
@@ -41,24 +49,43 @@ SplitName Split(MethodFrame& ioFrame, const ZORUnicodeString& iFileName)
     return name;
 }
 
+// The pieces of a path list, as SeekPath finds and traces them.
+PathList Pieces(const ZORUnicodeString& iFullPath, const ZORUnicodeString& iSeparator)
+{
+    MethodFrame frame("ZORDuxServices::SeekPath");
+    frame.Value("iFullPath", iFullPath);
+    return {iFullPath, iSeparator};
+}
+
+// The piece without the blanks around it.
+std::string_view Directory(std::string_view iPiece)
+{
+    iPiece.remove_prefix(std::min(iPiece.find_first_not_of(' '), iPiece.size()));
+    return iPiece.substr(0, iPiece.find_last_not_of(' ') + 1); // npos + 1 is nothing
+}
+
 // The entries of the search path joined again, each expanded and followed by a separator.
-ZORUnicodeString Expand(MethodFrame& ioFrame, ZORDuxServices& ioServices,
-                        const ZORListValZORUnicodeString& iEntries,
+ZORUnicodeString Expand(MethodFrame& ioFrame, SettingReader& ioSettings, PathList iEntries,
                         const ZORUnicodeString& iSeparator)
 {
-    ZORUnicodeString path;
-    for (ZORUnicodeString entry : iEntries) {
-        if (entry.SearchSubString(kSettingMark, 0, ZORSearchForward) == 0) {
-            ioFrame.Note("Decode setting Path: ", entry);
-            const ZORUnicodeString setting = entry.SubString(2, entry.GetLengthInChar() - 2);
-            entry = ioServices.GetSetting(setting, kSettingsFile);
+    std::string path;
+    while (const auto piece = iEntries.Next()) {
+        std::string_view entry = Directory(*piece);
+        ZORUnicodeString other;
+        if (entry.starts_with(kSettingMark)) {
+            ioFrame.Note("Decode setting Path: ", ZORUnicodeString(entry));
+            other = ioSettings.Get(ZORUnicodeString(entry.substr(kSettingMark.size())));
+            entry = View(other);
         }
-        if (ExpandVariable(ioFrame, entry))
-            ioFrame.Note("New shell Path: ", entry);
-        path.Append(entry);
-        path.Append(iSeparator);
+        if (entry.find('$') != std::string_view::npos) {
+            other = ZORUnicodeString(entry);
+            if (ExpandVariable(ioFrame, other))
+                ioFrame.Note("New shell Path: ", other);
+            entry = View(other);
+        }
+        path.append(entry).append(View(iSeparator));
     }
-    return path;
+    return ZORUnicodeString(path);
 }
 
 void TellFound(MethodFrame& ioFrame, const char* iLabel, const ZORUnicodeString& iPath)
@@ -71,15 +98,11 @@ void TellFound(MethodFrame& ioFrame, const char* iLabel, const ZORUnicodeString&
 
 ZORListValZORUnicodeString ZORDuxServices::SeekPath(const ZORUnicodeString& iFullPath)
 {
-    MethodFrame frame("ZORDuxServices::SeekPath");
-    frame.Value("iFullPath", iFullPath);
-    ZORListValZORUnicodeString directories;
-    PathList pieces(iFullPath, _TheSettingSeparator);
-    while (const auto piece = pieces.Next()) {
-        ZORUnicodeString directory(*piece);
-        directory.Strip(ZORStripBoth, ' ');
-        directories.Append(std::move(directory));
-    }
+    constexpr int kUsually = 16; // not many more
+    ZORListValZORUnicodeString directories(kUsually);
+    PathList pieces = Pieces(iFullPath, _TheSettingSeparator);
+    while (const auto piece = pieces.Next())
+        directories.Append(ZORUnicodeString(Directory(*piece)));
     return directories;
 }
 
@@ -89,11 +112,12 @@ ZORUnicodeString ZORDuxServices::SeekFile(const ZORUnicodeString& iFileName,
     MethodFrame frame("ZORDuxServices::SeekFile");
     frame.Value("iFileName", iFileName);
     frame.Value("iPath", iPath);
+    const std::string_view name = View(iFileName);
     std::string candidate;
     PathList pieces(iPath, _TheSettingSeparator);
     while (const auto directory = pieces.Next()) {
         frame.Value("Path", *directory);
-        candidate.assign(*directory).append("/").append(iFileName.ConvertToChar());
+        candidate.assign(*directory).append("/").append(name);
         if (Exists(candidate.c_str())) {
             frame.Value("Path", std::string_view(candidate));
             return ZORUnicodeString(candidate);
@@ -111,10 +135,12 @@ ZORUnicodeString ZORDuxServices::SearchPath(const ZORUnicodeString& iFileName)
         frame.Value("RelativeName", name.base);
 
         frame.Note("Analyze by DUX_SEARCH_PATH: Begin");
-        const ZORUnicodeString searchPath = GetSetting(kSearchPath, kSettingsFile);
+        const ZORUnicodeString settingsFile(kSettingsFile);
+        SettingReader settings(settingsFile);
+        const ZORUnicodeString searchPath = settings.Get(kSearchPath);
         if (!searchPath.IsEmpty()) {
-            const ZORUnicodeString path =
-                Expand(frame, *this, SeekPath(searchPath), _TheSettingSeparator);
+            const ZORUnicodeString path = Expand(
+                frame, settings, Pieces(searchPath, _TheSettingSeparator), _TheSettingSeparator);
             ZORUnicodeString found = SeekFile(name.base, path);
             if (found.GetLengthInChar() > name.base.GetLengthInChar()) {
                 TellFound(frame, "GoodPath", found);

@@ -2,6 +2,7 @@
 
 #include "MethodFrame.h"
 #include "ServicesErrors.h"
+#include "SettingReader.h"
 #include "ZORDuxServices.h"
 #include "ZORSettingRepository.h"
 #include "ZORString.h"
@@ -46,14 +47,12 @@ public:
     // The next attribute's name, or null.
     const char* Next()
     {
-        return _Repository.NextAttribute(_Name, _Text, &_Number, 0) == -1 ? nullptr : _Name;
+        return _Repository.NextAttribute(_Name, nullptr, nullptr, 0) == -1 ? nullptr : _Name;
     }
 
 private:
     ZORSettingRepository& _Repository;
     char _Name[kNameSize];
-    char _Text[kNameSize];
-    long _Number = 0;
 };
 
 } // namespace
@@ -75,27 +74,7 @@ void ZORDuxServices::PutSettingSeparator(const ZORUnicodeString& iSeparator)
 ZORUnicodeString ZORDuxServices::GetSetting(const ZORUnicodeString& iVariableName,
                                             const ZORUnicodeString& iFileName)
 {
-    constexpr int kFileNameEmpty = 801;
-    constexpr int kVariableNameEmpty = 814;
-    MethodFrame frame("ZORDuxServices::GetSetting");
-    frame.Value("iVariableName", iVariableName);
-    frame.Value("iFileName", iFileName);
-    return Guarded(ErrorReport::Long, [&] {
-        if (iFileName.IsEmpty()) {
-            frame.Note("FileName is NULL");
-            RaiseArgumentError(kFileNameEmpty);
-        }
-        const Repository repository = Open(iFileName);
-        if (iVariableName.IsEmpty()) {
-            frame.Note("VariableName is NULL");
-            RaiseArgumentError(kVariableNameEmpty);
-        }
-        StoredSetting setting;
-        setting.Read(*repository, iVariableName.ConvertToChar());
-        ZORUnicodeString value(setting.value.ConvertToChar());
-        frame.Value("retour", value);
-        return value;
-    });
+    return SettingReader(iFileName).Get(iVariableName);
 }
 
 void ZORDuxServices::PutSetting(const ZORUnicodeString& iSettingName,
@@ -160,10 +139,11 @@ ZORListValZORUnicodeString ZORDuxServices::ListOfSettingVariables(const ZORUnico
         const Repository repository = Open(iFileName);
         Attributes attributes(*repository);
         ZORListValZORUnicodeString names;
+        ZORString stored;
+        ZORBaseUnknown* items[] = {&stored};
         while (const char* const attribute = attributes.Next()) {
-            StoredSetting setting;
-            setting.Read(*repository, attribute);
-            ZORUnicodeString name(setting.name.ConvertToChar());
+            repository->ReadSetting(attribute, items, 1);
+            ZORUnicodeString name(stored.ConvertToChar());
             frame.Value("Name", name);
             names.Append(std::move(name));
         }
