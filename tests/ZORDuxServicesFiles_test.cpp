@@ -271,6 +271,16 @@ TEST(WriteStream, LeavesTheFileOpenWhenWritingFailsAndOnlyThen)
     EXPECT_EQ(OpenFiles(), before + 1);
 }
 
+TEST(WriteStream, TellsAFullDeviceByTheWriteAsSoonAsABlockOfTheCLibraryIsFull)
+{
+    const std::string line(5'000, 'x'); // a block has 4,096 bytes
+    const std::size_t before = OpenFiles();
+    Write({line}, "/dev/full");
+    EXPECT_EQ(OpenFiles(), before + 1);
+    Write({line.substr(0, 4'000)}, "/dev/full");
+    EXPECT_EQ(OpenFiles(), before + 1);
+}
+
 TEST(LineStreams, CloseTheFileWhenTheTraceRaises)
 {
     const ScopedDirectory directory;

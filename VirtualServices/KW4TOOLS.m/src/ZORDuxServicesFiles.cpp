@@ -5,6 +5,7 @@
 
 #include <cstdio>
 #include <memory>
+#include <new>
 #include <stdio_ext.h>
 #include <unistd.h>
 
@@ -21,18 +22,25 @@ std::int32_t Check(MethodFrame& ioFrame, const ZORUnicodeString& iPath, int iMod
     return granted ? 1 : 0;
 }
 
-// A file that is read or written a large block at a time, by one thread. Closed when an exception
-// passes.
+// A file that is read or written by one thread. Closed when an exception passes.
 class Stream
 {
 public:
     Stream(const ZORUnicodeString& iFileName, const char* iMode)
-        : _Block(new char[kBlockSize]), _File(std::fopen(iFileName.ConvertToChar(), iMode))
+        : _File(std::fopen(iFileName.ConvertToChar(), iMode))
     {
-        if (!_File)
-            return;
-        std::setvbuf(_File.get(), _Block.get(), _IOFBF, kBlockSize);
-        __fsetlocking(_File.get(), FSETLOCKING_BYCALLER);
+        if (_File)
+            __fsetlocking(_File.get(), FSETLOCKING_BYCALLER);
+    }
+
+    // Has the file read a large block at a time. What is written goes out in the blocks of the C
+    // library, as these decide whether a full disk is told by a write or by the close.
+    void ReadAhead()
+    {
+        constexpr std::size_t kBlockSize = 65536; // few system calls, and all in the cache
+        _Block.reset(new (std::nothrow) char[kBlockSize]);
+        if (_Block)
+            std::setvbuf(_File.get(), _Block.get(), _IOFBF, kBlockSize);
     }
 
     explicit operator bool() const { return _File != nullptr; }
@@ -46,12 +54,10 @@ public:
     }
 
 private:
-    static constexpr std::size_t kBlockSize = 65536; // few system calls, and all in the cache
-
     struct Closing {
         void operator()(std::FILE* iFile) const { std::fclose(iFile); }
     };
-    std::unique_ptr<char[]> _Block; // outlives the file
+    std::unique_ptr<char[]> _Block; // null, or that of the file, which it outlives
     std::unique_ptr<std::FILE, Closing> _File;
 };
 
@@ -96,6 +102,7 @@ ZORListValZORUnicodeString ZORDuxServices::ReadStream(const ZORUnicodeString& iF
         Stream stream = Open(frame, iFileName, "r");
         if (!stream)
             return pieces;
+        stream.ReadAhead();
         char piece[kPieceSize];
         while (std::fgets(piece, kPieceSize, stream.Get()))
             pieces.Append(ZORUnicodeString(piece));
