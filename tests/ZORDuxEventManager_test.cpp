@@ -98,6 +98,16 @@ TEST(ZORDuxEventManager, TheFirstErrorReachesTheSender)
     EXPECT_EQ(received.calls, 1);
 }
 
+TEST(ZORDuxEventManager, TakesItsCallbackManagerAlong)
+{
+    const CountedAllocations counted;
+    auto* const manager = new ZORDuxEventManager;
+    manager->GetCallbackManager()->AddCallback("event", Receive, nullptr);
+    EXPECT_GT(counted.Live(), 0);
+    manager->Release();
+    EXPECT_EQ(counted.Live(), 0);
+}
+
 TEST(ZORDuxEventManager, DispatchesNothingWhenThereWasNoMemoryForItsCallbacks)
 {
     const auto manager = [] {

@@ -50,6 +50,8 @@ TEST(ZORMsgCatalogDifferences, ATerritoryNeedNotRepeatItsLanguage)
     site.Write("Site", "A = 'a'\nB = '{1}'\n");
     site.Write("fr/Site", "A = 'a'\nB = '{1}'\n");
     site.Write("fr_CA.UTF-8/Site", "B = 'b'\n");
+    site.Write("fr@euro/Site", "B = '{1}'\n");
+    site.Write("fr.UTF-8/Site", "B = '{1}'\n");
     site.Write("de_AT/Site", "A = 'a'\n");
     EXPECT_THAT(ZORMsgCatalogDifferences("Site"),
                 ElementsAre("B is missing in de_AT", "B has no place {1} in fr_CA.UTF-8"));

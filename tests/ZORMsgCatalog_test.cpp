@@ -1,6 +1,7 @@
 #include "ZORMsgCatalog.h"
 
 #include "CatalogSite.h"
+#include "CountedAllocations.h"
 #include "RaisedBy.h"
 #include "ZORMsg.h"
 #include "ZORMsgError.h"
@@ -328,6 +329,25 @@ TEST(ZORMsgCatalog, DoesNotReadAnUnchangedFileTwice)
     const long ofCounting = bytesRead() - before;
     Text("ZORDuxServicesMsg", "20002");
     EXPECT_EQ(bytesRead() - before, 2 * ofCounting);
+}
+
+TEST(ZORMsgCatalog, KeepsTheFilesReadLastAndNoMore)
+{
+    const CatalogSite site;
+    const auto read = [&](int from, int to) {
+        for (int i = from; i < to; ++i) {
+            const std::string name = "Site" + std::to_string(i);
+            std::filesystem::create_symlink(INSTALLED_CATALOGS "/en/ZORDuxServicesMsg.toml",
+                                            site.Directory() / (name + ".toml"));
+            Text(name.c_str(), "20002");
+        }
+    };
+    const CountedAllocations counted;
+    read(0, 60);
+    const long ofSixty = counted.Live();
+    EXPECT_GT(ofSixty, 60);
+    read(60, 600);
+    EXPECT_LT(counted.Live(), 2 * ofSixty);
 }
 
 TEST(ZORMsgCatalog, AnotherFileInTheSamePlaceIsReadHoweverOldItIs)

@@ -3,7 +3,6 @@
 #include "ZORHandle.h"
 
 #include <algorithm>
-#include <cxxabi.h>
 #include <exception>
 #include <functional>
 #include <map>
@@ -215,11 +214,12 @@ void ZORCallbackManager::Registrations::Dispatch(const char* iEvent, ZORNotifica
     for (Entry entry = dispatching.Next(); entry.function; entry = dispatching.Next()) {
         try {
             Call(entry, event->first.c_str(), iNotification, iSender);
-        } catch (const abi::__forced_unwind&) { // the thread is being cancelled
-            throw;
         } catch (...) {
+            const std::exception_ptr raised = std::current_exception();
+            if (!raised) // no exception of C++: the thread is ending
+                throw;
             if (!first)
-                first = std::current_exception();
+                first = raised;
         }
     }
     if (first)
