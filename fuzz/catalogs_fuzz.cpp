@@ -2,23 +2,17 @@
 // its texts can be built.
 #include "CatalogFailure.h"
 #include "CatalogText.h"
+#include "FuzzInput.h"
 #include "MessagePlaces.h"
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace
 {
-
-void Require(bool iTrue)
-{
-    if (!iTrue)
-        std::abort();
-}
 
 // Parameters that are what their places look like.
 std::vector<std::string> PlacesAsParameters()

@@ -1,20 +1,14 @@
 // The text of a dictionary file: whatever it is, it is understood or told of, and what is
 // understood can be used.
 #include "DictionaryText.h"
+#include "FuzzInput.h"
 
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 
 namespace
 {
-
-void Require(bool iTrue)
-{
-    if (!iTrue)
-        std::abort();
-}
 
 bool IsName(const std::string& iText)
 {

@@ -1,50 +1,14 @@
 // Every word and string function against the plain model. An input is four characters (separator,
 // from, to, place), three numbers of two bytes, and up to four texts with a NUL behind each.
+#include "FuzzInput.h"
 #include "StringComparison.h"
 
-#include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
-#include <string_view>
 
 namespace
 {
-class Input
-{
-public:
-    explicit Input(std::string_view iBytes) : _Rest(iBytes) {}
-
-    char Character()
-    {
-        if (_Rest.empty())
-            return '\0';
-        const char first = _Rest.front();
-        _Rest.remove_prefix(1);
-        return first;
-    }
-    unsigned Byte() { return static_cast<unsigned char>(Character()); }
-    // The last 536 stand for the largest numbers there are.
-    unsigned Number()
-    {
-        const unsigned low = Byte();
-        const unsigned number = Byte() << 8 | low;
-        return number < 65000 ? number : 0xffff0000 | number;
-    }
-    std::string Text()
-    {
-        const std::size_t size = std::min(_Rest.find('\0'), _Rest.size());
-        const std::string text(_Rest.substr(0, size));
-        _Rest.remove_prefix(std::min(size + 1, _Rest.size()));
-        return text;
-    }
-
-private:
-    std::string_view _Rest;
-};
-
-StringArguments ArgumentsOf(Input iInput)
+StringArguments ArgumentsOf(FuzzInput iInput)
 {
     StringArguments arguments;
     arguments.separator = iInput.Character();
@@ -67,11 +31,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* iBytes, std::size_t iS
     constexpr std::size_t kLargest = 16384;
     if (iSize > kLargest)
         return 0;
-    const std::string differences =
-        CompareWithModel(ArgumentsOf(Input({reinterpret_cast<const char*>(iBytes), iSize})));
-    if (!differences.empty()) {
-        std::fprintf(stderr, "%s", differences.c_str());
-        std::abort();
-    }
+    RequireEqual(CompareWithModel(ArgumentsOf(FuzzInput(iBytes, iSize))), "");
     return 0;
 }

@@ -473,7 +473,7 @@ TEST(ZORSettingRepository, TellsWhereAFileIsDamaged)
          "line 1, column "},
         {"A = \"1\"\nA = \"2\"\n", "line 2, column "},
         {"A = \"1\"\n\"\\u0041\" = \"2\"\n", "line 2, column "},
-        {"A = [\"x\"\n", "line 1, column "},
+        {"A = [\"x\"\n", "line 1, column 9: "},
         {"A = \"\\q\"\n", "line 1, column "},
         {"A = \"\\uD800\"\n", "line 1, column "},
         {"A = 07\n", "line 1, column "},
