@@ -330,7 +330,8 @@ public:
     void PutOnce() const
     {
         const int lock = Open(".bare.lock", O_RDWR | O_CREAT);
-        flock(lock, LOCK_EX);
+        while (flock(lock, LOCK_EX | LOCK_NB) != 0) // as the services take it
+            usleep(100);
         char text[4096];
         const int old = Open("bare.toml", O_RDONLY);
         const ssize_t size = old < 0 ? 0 : read(old, text, sizeof text);
