@@ -34,7 +34,7 @@ void KillAtEachCall(Interference::Kind iKind, const std::function<void()>& iPrep
         SCOPED_TRACE("killed at call " + std::to_string(call) + ", " + end.met);
         iCheck(end);
         if (end.met.empty()) {
-            EXPECT_EQ(end.report, "lives");
+            EXPECT_EQ(end.report, "lives") << end.error;
             EXPECT_GT(call, 1);
             return;
         }

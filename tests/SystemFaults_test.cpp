@@ -2,24 +2,31 @@
 
 #include "WatchedChild.h"
 
+#include "CatalogSite.h"
 #include "CountedAllocations.h"
 #include "ScopedDirectory.h"
 #include "ScopedEnvironment.h"
 #include "SettingsOperations.h"
+#include "Texts.h"
 #include "TraceLines.h"
 #include "ZORDuxServices.h"
 #include "ZORDuxTrace.h"
+#include "ZORMsg.h"
+#include "ZORMsgCatalog.h"
 
 #include <cstring>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+using testing::AllOf;
 using testing::AnyOf;
 using testing::AnyOfArray;
 using testing::ElementsAre;
+using testing::EndsWith;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::IsSubsetOf;
+using testing::Not;
 using testing::StartsWith;
 
 namespace
@@ -185,6 +192,86 @@ TEST_P(SettingsFaults, LeaveNoMemoryAndNoDescriptorBehind)
 
 INSTANTIATE_TEST_SUITE_P(, SettingsFaults, testing::ValuesIn(SettingsOperations()),
                          [](const auto& iInfo) { return iInfo.param.name; });
+
+// Reading: the answer, or an error that says why there is none.
+TEST(ReadingFaults, AreToldWithTheFile)
+{
+    const RepositorySite site;
+    const CatalogSite catalogs;
+    site.SetBytes("A = \"value\"\n");
+    catalogs.Write("Site", "A = 'value'\n");
+    const std::pair<std::string, std::function<std::string()>> rows[] = {
+        {site / "site.toml",
+         [] { return ZORDuxServices().GetSetting("A", "site").ConvertToChar(); }},
+        {site / "site.toml",
+         [] {
+             return Texts(ZORDuxServices().ListOfSettingVariables("site")) == Strings{"A"}
+                        ? "value"
+                        : "another list";
+         }},
+        {catalogs.Directory() / "Site.toml", [] {
+             ZORMsgCatalog catalog("Site");
+             const auto message = ZORHandle<ZORMsg>::Adopt(catalog.GetMsg("A"));
+             return std::string(message->GetText().ConvertToChar());
+         }}};
+    for (const auto& [file, read] : rows)
+        for (const bool forGood : {false, true})
+            for (const int error : {EIO, EACCES, EMFILE, EINTR})
+                DisturbEachCall(
+                    {Interference::Fail, 0, error, forGood}, [] {},
+                    [&] {
+                        std::string result;
+                        const std::size_t before = OpenDescriptors();
+                        Watched([&] {
+                            if (const auto raised = ErrorOf([&] { result = read(); }))
+                                result = *raised;
+                        });
+                        return OpenDescriptors() == before ? result : "descriptors left open";
+                    },
+                    [&](const WatchedEnd& end) {
+                        if (end.report != "value") {
+                            EXPECT_THAT(end.report,
+                                        AllOf(HasSubstr(file), HasSubstr(std::strerror(error))));
+                        }
+                    });
+}
+
+TEST(ReadStreamFaults, GiveWhatWasReadBefore)
+{
+    const ScopedDirectory directory;
+    std::string text;
+    for (int i = 0; i < 1000; ++i)
+        text += std::to_string(i) + " line\n";
+    const std::string file = directory.Write("f", text);
+    const auto run = [&] {
+        TraceLines lines;
+        std::string read;
+        Watched([&] {
+            for (const std::string& each : Texts(ZORDuxServices().ReadStream(file.c_str())))
+                read += each;
+        });
+        const std::string last = lines.Taken().back().substr(std::strlen("   ZORDuxServices::"));
+        return (text.starts_with(read) ? read == text ? "all, " : "a part, " : "something else, ") +
+               last;
+    };
+    const std::map<std::string, std::string> results = {
+        {"openat", "a part, ReadStream Open Stream: KO"},
+        {"read", "ReadStream Could not read data file"},
+        {"close", "all, ReadStream Close Stream: KO"}};
+    const std::string well = "all, ReadStream Close Stream: OK";
+    for (const bool forGood : {false, true})
+        for (const int error : {EIO, EACCES, EMFILE, EINTR})
+            DisturbEachCall(
+                {Interference::Fail, 0, error, forGood}, [] {}, run,
+                [&](const WatchedEnd& end) {
+                    const auto row = results.find(end.met);
+                    EXPECT_THAT(end.report, EndsWith(row == results.end() ? well : row->second));
+                    EXPECT_THAT(end.report, Not(HasSubstr("something else")));
+                });
+    DisturbEachCall(
+        {Interference::Shorten, 0, 0, true}, [] {}, run,
+        [&](const WatchedEnd& end) { EXPECT_EQ(end.report, well); });
+}
 
 namespace
 {

@@ -5,7 +5,7 @@
 //
 // The file is made below DIRECTORY (the temporary directory when it is not given). Ends with 1 when
 // a promise is broken; one about time, that nobody waits LONGEST milliseconds, only when that is
-// given.
+// given, and then it also has to be enough puts a second.
 
 #include "ChildProcess.h"
 #include "ScopedDirectory.h"
@@ -330,7 +330,8 @@ public:
     void PutOnce() const
     {
         const int lock = Open(".bare.lock", O_RDWR | O_CREAT);
-        flock(lock, LOCK_EX);
+        while (flock(lock, LOCK_EX | LOCK_NB) != 0) // as the services take it
+            usleep(100);
         char text[4096];
         const int old = Open("bare.toml", O_RDONLY);
         const ssize_t size = old < 0 ? 0 : read(old, text, sizeof text);
@@ -381,7 +382,8 @@ double Rate(std::chrono::milliseconds iFor, const std::function<std::function<vo
 }
 
 // The best of several rounds each, by turns, as others may use the machine.
-void Race(std::chrono::milliseconds iFor, const std::string& iDirectory)
+// False when there are fewer puts than there are to be on a machine as fast as that.
+bool Race(std::chrono::milliseconds iFor, const std::string& iDirectory)
 {
     constexpr int kRounds = 3;
     double puts = 0;
@@ -403,6 +405,8 @@ void Race(std::chrono::milliseconds iFor, const std::string& iDirectory)
     std::printf("%d writers: %.0f puts a second; the bare system calls: %.0f, so that is %.2f of "
                 "them\n",
                 kWriters, puts, bare, puts / bare);
+    constexpr double kEnough = 1500;
+    return puts >= kEnough || bare < 2 * kEnough;
 }
 
 } // namespace
@@ -418,7 +422,8 @@ int main(int iCount, char** iArguments)
     const ScopedDirectory directory;
     const ScopedEnvironment path("ZOR_SETTINGS_PATH", directory.Path().string());
     std::printf("in %s\n", directory.Path().c_str());
-    const bool kept = Mix(seconds, iCount > 3 ? std::strtod(iArguments[3], nullptr) : 0);
-    Race(std::chrono::milliseconds(seconds) / 12, directory.Path().string());
-    return kept ? 0 : 1;
+    const double longest = iCount > 3 ? std::strtod(iArguments[3], nullptr) : 0;
+    const bool kept = Mix(seconds, longest);
+    const bool enough = Race(std::chrono::milliseconds(seconds) / 12, directory.Path().string());
+    return kept && (enough || longest <= 0) ? 0 : 1;
 }

@@ -70,17 +70,17 @@ void* __libc_calloc(std::size_t, std::size_t);
 void* __libc_realloc(void*, std::size_t);
 void __libc_free(void*);
 
-void* malloc(std::size_t iSize)
+void* malloc(std::size_t iSize) noexcept
 {
     return CountedMemory::Fails() ? nullptr : CountedMemory::Counted(__libc_malloc(iSize));
 }
 
-void* calloc(std::size_t iCount, std::size_t iSize)
+void* calloc(std::size_t iCount, std::size_t iSize) noexcept
 {
     return CountedMemory::Fails() ? nullptr : CountedMemory::Counted(__libc_calloc(iCount, iSize));
 }
 
-void* realloc(void* iMemory, std::size_t iSize)
+void* realloc(void* iMemory, std::size_t iSize) noexcept
 {
     if (CountedMemory::Fails())
         return nullptr;
@@ -90,7 +90,7 @@ void* realloc(void* iMemory, std::size_t iSize)
     return CountedMemory::Counted(moved);
 }
 
-void free(void* iMemory)
+void free(void* iMemory) noexcept
 {
     CountedMemory::Forget(iMemory);
     __libc_free(iMemory);

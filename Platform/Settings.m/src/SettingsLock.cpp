@@ -5,7 +5,9 @@
 #include <chrono>
 #include <cstdio>
 #include <fcntl.h>
+#include <fstream>
 #include <sys/file.h>
+#include <sys/sysmacros.h>
 #include <thread>
 
 namespace
@@ -25,6 +27,26 @@ mode_t ModeForWriters(mode_t iMode)
 {
     const mode_t writers = iMode & (S_IWUSR | S_IWGRP | S_IWOTH);
     return writers | writers << 1;
+}
+
+// The process that has a lock on the open file, by the kernel's list of all locks; 0 when that does
+// not tell.
+int HolderByKernel(int iFile)
+{
+    struct stat status;
+    std::ifstream locks("/proc/locks");
+    if (fstat(iFile, &status) != 0)
+        return 0;
+    for (std::string line; std::getline(locks, line);) {
+        int pid = 0;
+        unsigned major = 0, minor = 0;
+        unsigned long inode = 0; // NOLINTNEXTLINE(cert-err34-c): the kernel writes numbers that fit
+        if (std::sscanf(line.c_str(), "%*d: FLOCK %*s %*s %d %x:%x:%lu", &pid, &major, &minor,
+                        &inode) == 4 &&
+            makedev(major, minor) == status.st_dev && inode == status.st_ino)
+            return pid;
+    }
+    return 0;
 }
 
 } // namespace
@@ -115,11 +137,14 @@ void SettingsLock::WritePid()
     }
 }
 
+// The kernel's list of locks tells at any time, but not in every container and for every file
+// system; the pid in the file may be of the holder before, for a moment.
 std::string SettingsLock::Holder() const
 {
     char line[kPidLine + 1] = {};
-    int pid = 0;
-    if (pread(_Lock.Get(), line, kPidLine, 0) <= 0 || std::sscanf(line, "%d", &pid) != 1)
+    int pid = HolderByKernel(_Lock.Get());
+    if (pid <= 0 &&
+        (pread(_Lock.Get(), line, kPidLine, 0) <= 0 || std::sscanf(line, "%d", &pid) != 1))
         return "another process";
     return "process " + std::to_string(pid);
 }
