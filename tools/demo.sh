@@ -2,11 +2,15 @@
 # A small site in a temporary directory, and the program at work on it and on the machine's own
 # files. Every step is compared with what it must give.
 #
-#   tools/demo.sh PROGRAM
+#   tools/demo.sh PROGRAM [EXAMPLES]
+#
+# EXAMPLES is where the libraries and the client of examples/ are installed; without it they are
+# left out.
 set -uo pipefail
 
-[ $# -eq 1 ] || { echo "usage: demo.sh PROGRAM" >&2; exit 2; }
+[ $# -eq 1 ] || [ $# -eq 2 ] || { echo "usage: demo.sh PROGRAM [EXAMPLES]" >&2; exit 2; }
 program=$(realpath "$1")
+examples=${2:+$(realpath "$2")}
 site=$(mktemp -d)
 trap 'rm -rf "$site"' EXIT
 steps=0    # that were taken
@@ -15,11 +19,11 @@ failures=0 # promises that were broken
 title() { printf '\n== %s\n\n' "$*"; }
 indent() { sed 's/^/    /'; }
 
-# What a person would type: the arguments, quoted where the shell needs it.
+# What a person would type: the program and its arguments, quoted where the shell needs it.
 typed() {
-    printf '$ kw4tools'
+    printf '$ %s' "$(basename "$1")"
     local argument
-    for argument in "$@"; do
+    for argument in "${@:2}"; do
         case $argument in
         *[!-A-Za-z0-9_./:]* | '') printf " '%s'" "$argument" ;;
         *) printf ' %s' "$argument" ;;
@@ -34,13 +38,13 @@ broken() {
     failures=$((failures + 1))
 }
 
-# step STATUS RESULT ARGUMENT…: runs the program and shows what comes out of it; the exit status and
-# the lines on standard output must be those.
-step() {
+# promise STATUS RESULT COMMAND…: runs the command and shows what comes out of it; the exit status
+# and the lines on standard output must be those.
+promise() {
     local status=$1 result=$2 printed got
     shift 2
     typed "$@"
-    printed=$("$program" "$@" 2>"$site/messages")
+    printed=$("$@" 2>"$site/messages")
     got=$?
     indent <"$site/messages"
     [ -z "$printed" ] || indent <<<"$printed"
@@ -48,6 +52,11 @@ step() {
     [ "$got" -eq "$status" ] || broken "exit status $got and not $status"
     [ "$printed" = "$result" ] || broken "it printed '$printed' and not '$result'"
     steps=$((steps + 1))
+}
+
+# step STATUS RESULT ARGUMENT…: the same with the program.
+step() {
+    promise "$1" "$2" "$program" "${@:3}"
 }
 
 # because TEXT: the explanation of the last search has that line.
@@ -130,6 +139,32 @@ step 1 "" settings get DUXAdmin REVIEWER
     broken "the settings file is not byte for byte what it was"
 grep -q '^# Where the models of this site are' "$site/settings/DUXAdmin.toml" ||
     broken "a comment is gone"
+
+if [ -n "$examples" ]; then
+    title "A schema library is found, checked and loaded by its name"
+    step 1 "library libBicycle.so" schema check Bicycle
+    export LD_LIBRARY_PATH=$examples/lib
+    echo "With LD_LIBRARY_PATH=$LD_LIBRARY_PATH:"
+    step 0 "$examples/lib/libBicycle.so" find libBicycle.so "$LD_LIBRARY_PATH"
+    step 0 "" schema check Bicycle
+    step 0 "" schema load Bicycle
+    step 0 "Assembly Bicycle" container Assembly Bicycle
+
+    title "A security library decides by settings what the users of another program may do"
+    export ZOR_DICTIONARY_PATH=$examples/share/zor/dictionary
+    echo "With ZOR_DICTIONARY_PATH=$ZOR_DICTIONARY_PATH:"
+    indent <"$ZOR_DICTIONARY_PATH/security.toml"
+    step 0 "" settings put SiteRights ben "add Wheel"
+    whole="Assembly of the schema Bicycle, 2 kinds of parts:
+1 x Frame
+2 x Wheel"
+    promise 0 "ben may not add a Frame
+Assembly of the schema Bicycle, 1 kinds of parts:
+2 x Wheel" "$examples/bin/bicycle" ben
+    step 0 "" settings put SiteRights ben "add Wheel, add Frame"
+    promise 0 "$whole" "$examples/bin/bicycle" ben
+    step 0 "$site/settings/SiteRights.toml:1" settings get --origin SiteRights ben
+fi
 
 echo
 if [ "$failures" -gt 0 ]; then

@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-// Colours for those who read: on terminals alone, and not when NO_COLOR is set to anything or the
+// Colours for those who read: on terminals alone, and not when NO_COLOR is set and not empty or the
 // terminal says that it is a dumb one.
 //
 //     const Colours colours(STDOUT_FILENO);

@@ -40,7 +40,7 @@ void Describe(Command& ioRoot)
     ioRoot.Reads("LD_LIBRARY_PATH", "Where schema libraries are found");
     ioRoot.Reads("ZOR_PSN_TRACE_FILE", "The file for the method trace of --trace");
     ioRoot.Reads("VISUAL, EDITOR", "The editor of \"settings edit\" (default: vi)");
-    ioRoot.Reads("NO_COLOR", "Set to anything: no colours on a terminal");
+    ioRoot.Reads("NO_COLOR", "Set, and not empty: no colours on a terminal");
     ioRoot.Example("kw4tools find stdio.h /usr/local/include:/usr/include");
 }
 
