@@ -20,6 +20,7 @@ class ZOR_EXPORT ZORMsg : public ZORBaseUnknown
 public:
     // A message of that text, which is copied.
     explicit ZORMsg(const ZORUnicodeString& iText);
+    explicit ZORMsg(ZORUnicodeString&& iText);
     ~ZORMsg() override;
 
     // The text as the catalog has it.
