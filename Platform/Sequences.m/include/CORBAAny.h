@@ -60,7 +60,7 @@ public:
     // Becomes a copy of all that is held there.
     CORBAAny& operator=(const CORBAAny& iOther)
     {
-        if (_Held.owns || iOther._Held.owns)
+        if (_Held.owns | iOther._Held.owns)
             *this = CORBAAny(iOther);
         else
             _Held = iOther._Held;
