@@ -33,8 +33,7 @@ MessagePiece FirstPiece(std::string_view iText)
 
 std::string FillPlaces(std::string_view iText, const std::vector<std::string_view>& iParameters)
 {
-    return FillPlaces(iText, iParameters.size(),
-                      [&](std::size_t i) { return iParameters[i]; });
+    return FillPlaces(iText, iParameters.size(), [&](std::size_t i) { return iParameters[i]; });
 }
 
 std::set<int> PlacesIn(std::string_view iText)

@@ -184,6 +184,7 @@ void CORBAAny::StoreBytes(Kind iKind, const void* iBytes, int iSize, int iRoom)
     Held fresh;
     fresh.kind = static_cast<unsigned char>(iKind);
     fresh.owns = iRoom > kInlineOctets;
+    fresh.unused = 0;
     fresh.size = iSize;
     if (fresh.owns)
         fresh.value.block = new unsigned char[static_cast<std::size_t>(iRoom)];
