@@ -2,14 +2,12 @@
 #include "traces_rows.h"
 
 #include "ZORPSNTrace.h"
-#include "ZORString.h"
 
 #include <atomic>
 #include <cstdio>
 #include <cstring>
 #include <fcntl.h>
 #include <fstream>
-#include <ostream>
 #include <unistd.h>
 
 namespace
@@ -21,14 +19,9 @@ constexpr char kMethod[] = "ZORDuxServices::GetSetting";
 // ---- Off
 
 // What an operation of the services begins with.
-
 [[gnu::noinline]] void WriteLine(ZORPSNTrace& ioTrace, const char* iFileName)
 {
-    ZORString text;
-    std::ostream& line = ioTrace.GetLigne().GetStream();
-    line << ioTrace.Indent(text, ioTrace.GetIndent() + 3);
-    line << ioTrace.GetMethod(text) << " iFileName = " << iFileName << std::endl;
-    ioTrace.Out();
+    ioTrace.WriteLine({"iFileName = ", iFileName});
 }
 
 inline void TracedOperation(const char* iFileName)

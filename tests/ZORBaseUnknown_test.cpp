@@ -1,11 +1,13 @@
 #include "ZORBaseUnknown.h"
 
+#include "CountedAllocations.h"
 #include "VirtualTable.h"
 #include "ZORHandle.h"
 #include "ZORTie.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <malloc.h>
 
 namespace
 {
@@ -169,6 +171,27 @@ TEST(ZORBaseUnknown, MakesAnAdapterOnceAndKeepsItForLaterQueries)
     first->Release();
     second->Release();
     EXPECT_EQ(CountOf(engine), 1U);
+}
+
+TEST(ZORBaseUnknown, AllocatesNothingForAQueryOnceTheAdapterIsThere)
+{
+    Engine engine;
+    const ZORHandle<IPowered> kept(&engine);
+    const ZORHandle<INamed> other(&engine);
+    const CountedAllocations allocations;
+    const std::size_t memory = mallinfo2().uordblks;
+    {
+        const ZORHandle<IPowered> again(&engine);
+        const ZORHandle<INamed> fromAdapter(again);
+        const ZORHandle<Engine> object(fromAdapter);
+        const auto byName = ZORBaseUnknown_var::Adopt(engine.QueryInterface("IPowered"));
+        EXPECT_EQ(again.Get(), kept.Get());
+        EXPECT_EQ(fromAdapter.Get(), other.Get());
+        EXPECT_EQ(object.Get(), &engine);
+        EXPECT_EQ(byName.Get(), kept.Get());
+        EXPECT_EQ(mallinfo2().uordblks, memory); // components come from malloc
+    }
+    EXPECT_EQ(allocations.Count(), 0);
 }
 
 TEST(ZORBaseUnknown, FindsTheAdapterOfAParentClass)

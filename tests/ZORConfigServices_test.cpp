@@ -101,6 +101,26 @@ TEST(SequenceIsEqual, LeavesItsArgumentsAlone)
     EXPECT_EQ(Told(second), "ab");
 }
 
+TEST(SequenceIsEqual, AllocatesNothing)
+{
+    const std::string octets(100, 'a');
+    const _SEQUENCE_octet first = Octets(octets);
+    const _SEQUENCE_octet second = Octets(octets);
+    const CountedAllocations allocations;
+    EXPECT_EQ(SequenceIsEqual(first, second), 1);
+    EXPECT_EQ(allocations.Count(), 0);
+}
+
+TEST(AlreadyExist, AllocatesNothing)
+{
+    const std::string octets(100, 'a');
+    _SEQUENCE_CORBAAny list = Identifiers({"p", octets + "b", octets});
+    CORBAAny last = list[2];
+    const CountedAllocations allocations;
+    EXPECT_EQ(AlreadyExist(list, last), 1);
+    EXPECT_EQ(allocations.Count(), 0);
+}
+
 TEST(AlreadyExist, FindsAnIdentifierAnywhereInTheList)
 {
     const std::vector<MaybeIdentifier> list = {"p", "pq", "", "r"};

@@ -1,6 +1,7 @@
 #include "ZORPSNTrace.h"
 
 #include "CapturedOutput.h"
+#include "CountedAllocations.h"
 #include "RunProgram.h"
 #include "ScopedDirectory.h"
 #include "TraceLines.h"
@@ -54,6 +55,19 @@ TEST(ZORPSNTrace, AScopeWritesNothingByItself)
         const ZORPSNTrace trace("Quiet", 42, nullptr);
         const ZORPSNTrace again("Quiet", 42, 0);
     }
+    EXPECT_THAT(lines.Taken(), IsEmpty());
+}
+
+TEST(ZORPSNTrace, AScopeThatIsOffAllocatesNothing)
+{
+    TraceLines lines;
+    ZORPSNTrace::SetActiveLevel(41);
+    const CountedAllocations allocations;
+    for (int i = 0; i < 1000; ++i) {
+        ZORPSNTrace trace("Quiet", 42, "a text that is longer than any short string holds");
+        EXPECT_FALSE(ZORPSNTrace::LevelIsActive(trace.GetLevel()));
+    }
+    EXPECT_EQ(allocations.Count(), 0);
     EXPECT_THAT(lines.Taken(), IsEmpty());
 }
 
@@ -128,6 +142,8 @@ TEST(ZORPSNTrace, GivesIndentationAndMethodAsTexts)
     ZORString text;
     EXPECT_STREQ(trace.Indent(text, 5), "     ");
     EXPECT_STREQ(text.ConvertToChar(), "     ");
+    for (const int blanks : {31, 32, 33, 100})
+        EXPECT_EQ(trace.Indent(text, blanks), std::string(static_cast<std::size_t>(blanks), ' '));
     EXPECT_STREQ(trace.Indent(text, 0), "");
     EXPECT_STREQ(trace.Indent(text, -3), "");
     EXPECT_STREQ(trace.GetMethod(text), "Some::Method");
@@ -152,6 +168,49 @@ TEST(ZORPSNTrace, TakesAnEmptyTextThatIsNowhere)
     trace.GetLigne().GetStream() << std::string_view() << "text" << std::string_view() << std::endl;
     trace.Out();
     EXPECT_THAT(lines.Taken(), ElementsAre("text"));
+}
+
+TEST(ZORPSNTrace, WritesALineOfPiecesAsItsStreamWould)
+{
+    TraceLines lines;
+    ZORPSNTrace outer("Outer", 42, nullptr);
+    ZORPSNTrace trace("Some::Method", 42, nullptr);
+    const std::string text(1'000'000, 'x');
+    trace.WriteLine({"iFileName", " = ", text});
+    trace.WriteLine({"File is found"});
+    trace.WriteLine({});
+    trace.GetLigne().GetStream() << "begun ";
+    outer.WriteLine({std::string_view(), "a\tb", ""});
+    EXPECT_THAT(lines.Taken(), ElementsAre("      Some::Method iFileName = " + text,
+                                           "      Some::Method File is found",
+                                           "      Some::Method ", "begun    Outer a\tb"));
+}
+
+TEST(ZORPSNTrace, ALineOfPiecesIsLostWithItsStream)
+{
+    TraceLines lines;
+    ZORPSNTrace trace("Method", 42, nullptr);
+    trace.GetLigne().GetStream() << "cut";
+    trace.GetLigne().GetStream().setstate(std::ios_base::badbit);
+    trace.WriteLine({" short"});
+    trace.WriteLine({"next"});
+    EXPECT_THAT(lines.Taken(), ElementsAre("cut", "   Method next"));
+}
+
+TEST(ZORPSNTrace, ALineOfPiecesThatFindsNoMemoryIsEndedAllTheSame)
+{
+    TraceLines lines;
+    ZORPSNTrace trace("Method", 42, nullptr);
+    trace.WriteLine({"first"});
+    const std::string text(1'000'000, 'x');
+    ZORPSNTrace::SetSink(nullptr, nullptr);
+    CapturedOutput errors(STDERR_FILENO);
+    {
+        const ScopedMemoryShortage shortage;
+        trace.WriteLine({"iText = ", text});
+        trace.WriteLine({"next"});
+    }
+    EXPECT_EQ(errors.Text(), "   Method iText = \n   Method next\n");
 }
 
 TEST(ZORPSNTrace, TakesLinesOfAnyLength)

@@ -233,6 +233,11 @@ TEST(ZORUnicodeString, EndsAtTheFirstNul)
     EXPECT_EQ(ZORUnicodeString("\0cd"sv), "");
     EXPECT_EQ(ZORUnicodeString("abcd", 3), "abc");
     EXPECT_EQ(ZORUnicodeString(std::string("abcd")), "abcd");
+    EXPECT_EQ(ZORUnicodeString(std::string("ab\0cd"sv)), "ab");
+    EXPECT_EQ(ZORUnicodeString(std::string("\0cd"sv)).GetLengthInBytes(), 0u);
+    const std::string kept("ab\0cd"sv);
+    EXPECT_EQ(ZORUnicodeString(kept), "ab");
+    EXPECT_EQ(kept.size(), 5u);
 }
 
 TEST(ZORUnicodeString, KeepsEveryTextOfOneOrTwoBytesUnchanged)
@@ -647,6 +652,15 @@ TEST(ZORUnicodeString, AllocatesNothingForShortTexts)
         EXPECT_EQ(moved.GetLengthInChar(), 15);
     }
     EXPECT_EQ(allocations.Count(), 0);
+}
+
+TEST(ZORUnicodeString, AllocatesNothingToTakeOverAString)
+{
+    std::string text(100, 'x');
+    const CountedAllocations allocations;
+    const ZORUnicodeString taken(std::move(text));
+    EXPECT_EQ(allocations.Count(), 0);
+    EXPECT_EQ(taken.GetLengthInChar(), 100);
 }
 
 TEST(ZORUnicodeString, AllocatesNothingToReadMoveOrCompareLongTexts)

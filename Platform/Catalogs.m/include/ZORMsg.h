@@ -20,6 +20,8 @@ class ZOR_EXPORT ZORMsg : public ZORBaseUnknown
 public:
     // A message of that text, which is copied.
     explicit ZORMsg(const ZORUnicodeString& iText);
+    // The same, taking the text over.
+    explicit ZORMsg(ZORUnicodeString&& iText);
     ~ZORMsg() override;
 
     // The text as the catalog has it.

@@ -2,10 +2,15 @@
 
 #include "MessagePlaces.h"
 
+#include <algorithm>
+#include <utility>
+
 ZOR_IMPLEMENT_CLASS(ZORMsg, ZORKindImplementation, ZORBaseUnknown)
 
 namespace
 {
+
+constexpr int kGreatestPlace = 99;
 
 std::string_view ViewOf(const ZORUnicodeString& iText)
 {
@@ -16,6 +21,8 @@ std::string_view ViewOf(const ZORUnicodeString& iText)
 
 ZORMsg::ZORMsg(const ZORUnicodeString& iText) : _Text(iText) {}
 
+ZORMsg::ZORMsg(ZORUnicodeString&& iText) : _Text(std::move(iText)) {}
+
 ZORMsg::~ZORMsg() = default;
 
 const ZORUnicodeString& ZORMsg::GetText() const
@@ -25,19 +32,17 @@ const ZORUnicodeString& ZORMsg::GetText() const
 
 int ZORMsg::GetNbParameters() const
 {
-    const std::set<int> places = PlacesIn(ViewOf(_Text));
-    return places.empty() ? 0 : *places.rbegin();
+    return GreatestPlace(ViewOf(_Text));
 }
 
 ZORUnicodeString ZORMsg::BuildMessage(const ZORUnicodeString* iParameters) const
 {
-    return BuildMessage(iParameters, GetNbParameters());
+    return BuildMessage(iParameters, kGreatestPlace); // it asks for no more than the text has
 }
 
 ZORUnicodeString ZORMsg::BuildMessage(const ZORUnicodeString* iParameters, int iCount) const
 {
-    std::vector<std::string_view> parameters;
-    for (int i = 0; iParameters && i < iCount; ++i)
-        parameters.push_back(ViewOf(iParameters[i]));
-    return ZORUnicodeString(FillPlaces(ViewOf(_Text), parameters));
+    const auto count = static_cast<std::size_t>(iParameters ? std::max(iCount, 0) : 0);
+    return ZORUnicodeString(
+        FillPlaces(ViewOf(_Text), count, [&](std::size_t i) { return ViewOf(iParameters[i]); }));
 }

@@ -33,7 +33,7 @@ ZORMsg* ZORMsgCatalog::GetMsg(const ZORUnicodeString& iKey)
     const std::string* text = nullptr;
     bool exists = true;
     try {
-        text = _Lookup->Find(iKey.ConvertToChar());
+        text = _Lookup->Find({iKey.ConvertToChar(), iKey.GetLengthInBytes()});
         exists = text || _Lookup->Exists();
     } catch (const CatalogFailure& failure) {
         RaiseMsgError(failure.what(), kFile, __LINE__);

@@ -26,7 +26,7 @@ public:
     void Dispatch(const char* iEvent, ZORNotification* iNotification, ZORBaseUnknown* iSender);
     std::size_t Count(const char* iEvent) const;
     // The manager is gone: dispatches under way call nothing more.
-    void Close() { _Closed = true; }
+    void Close();
     const bool& IsClosed() const { return _Closed; }
 
 private:
@@ -42,6 +42,7 @@ private:
         std::size_t next;
         std::size_t end;
         Cursor* outer;
+        bool moved = false; // by others than the dispatch itself, which keeps a copy of its place
     };
     struct Event {
         std::vector<Entry> entries;
@@ -66,6 +67,8 @@ private:
     static void Sweep(Event& ioEvent);
     static void Call(const Entry& iEntry, const char* iEvent, ZORNotification* iNotification,
                      ZORBaseUnknown* iSender);
+    static void CallHolding(const Entry& iEntry, const char* iEvent, ZORNotification* iNotification,
+                            ZORBaseUnknown* iSender);
 
     Events _Events;
     std::unordered_map<ZORCallback, Place> _Places;
@@ -92,15 +95,7 @@ public:
     Dispatching(const Dispatching&) = delete;
     Dispatching& operator=(const Dispatching&) = delete;
 
-    // The next entry to call; one without a function when there is none.
-    Entry Next()
-    {
-        const std::vector<Entry>& entries = _Event.second.entries;
-        while (!_Owner._Closed && _Cursor.next < _Cursor.end)
-            if (const Entry& entry = entries[_Cursor.next++]; entry.function)
-                return entry;
-        return {};
-    }
+    Cursor& Place() { return _Cursor; }
 
 private:
     Registrations& _Owner;
@@ -196,6 +191,7 @@ void ZORCallbackManager::Registrations::Sweep(Event& ioEvent)
     for (Cursor* cursor = ioEvent.innermost; cursor; cursor = cursor->outer) {
         cursor->next -= removedBefore(cursor->next);
         cursor->end -= removedBefore(cursor->end);
+        cursor->moved = true;
     }
     entries.erase(std::remove_if(entries.begin(), entries.end(), isRemoved), entries.end());
     for (std::size_t i = 0; i < entries.size(); ++i)
@@ -209,11 +205,18 @@ void ZORCallbackManager::Registrations::Dispatch(const char* iEvent, ZORNotifica
     Events::value_type* const event = Find(iEvent);
     if (!event)
         return;
+    const char* const name = event->first.c_str();
     std::exception_ptr first;
     Dispatching dispatching(*this, *event);
-    for (Entry entry = dispatching.Next(); entry.function; entry = dispatching.Next()) {
+    Cursor& place = dispatching.Place();
+    std::size_t end = place.end;
+    for (std::size_t next = 0; next != end;) {
+        const Entry& entry = event->second.entries[next];
+        place.next = ++next;
+        if (!entry.function) [[unlikely]] // removed
+            continue;
         try {
-            Call(entry, event->first.c_str(), iNotification, iSender);
+            Call(entry, name, iNotification, iSender);
         } catch (...) {
             const std::exception_ptr raised = std::current_exception();
             if (!raised) // no exception of C++: the thread is ending
@@ -221,17 +224,44 @@ void ZORCallbackManager::Registrations::Dispatch(const char* iEvent, ZORNotifica
             if (!first)
                 first = raised;
         }
+        if (place.moved) [[unlikely]] {
+            next = place.next;
+            end = place.end;
+            place.moved = false;
+        }
     }
     if (first)
         std::rethrow_exception(first);
 }
 
-void ZORCallbackManager::Registrations::Call(const Entry& iEntry, const char* iEvent,
-                                             ZORNotification* iNotification,
-                                             ZORBaseUnknown* iSender)
+inline void ZORCallbackManager::Registrations::Call(const Entry& iEntry, const char* iEvent,
+                                                    ZORNotification* iNotification,
+                                                    ZORBaseUnknown* iSender)
 {
-    const ZORBaseUnknown_var held(iEntry.subscriber);
-    iEntry.function(iSender, iEvent, iNotification, iEntry.data);
+    if (iEntry.subscriber)
+        CallHolding(iEntry, iEvent, iNotification, iSender);
+    else [[likely]]
+        iEntry.function(iSender, iEvent, iNotification, iEntry.data);
+}
+
+// The entry may go in the call.
+void ZORCallbackManager::Registrations::CallHolding(const Entry& iEntry, const char* iEvent,
+                                                    ZORNotification* iNotification,
+                                                    ZORBaseUnknown* iSender)
+{
+    const Entry entry = iEntry;
+    const ZORBaseUnknown_var held(entry.subscriber);
+    entry.function(iSender, iEvent, iNotification, entry.data);
+}
+
+void ZORCallbackManager::Registrations::Close()
+{
+    _Closed = true;
+    for (auto& [name, event] : _Events)
+        for (Cursor* cursor = event.innermost; cursor; cursor = cursor->outer) {
+            cursor->end = cursor->next;
+            cursor->moved = true;
+        }
 }
 
 std::size_t ZORCallbackManager::Registrations::Count(const char* iEvent) const

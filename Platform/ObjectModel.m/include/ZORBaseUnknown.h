@@ -103,10 +103,7 @@ public:
 
 protected:
     // The object behind an adapter; the object itself for anything else.
-    ZORBaseUnknown* GetImpl() const
-    {
-        return _Object ? _Object : const_cast<ZORBaseUnknown*>(this);
-    }
+    ZORBaseUnknown* GetImpl() const { return _Object; }
     // Adds a reference unless the last one is gone already: for platform classes that know of an
     // object without holding it. The object's memory must still be there.
     ZOR_HIDDEN bool AddRefIfAlive();
@@ -117,11 +114,14 @@ private:
 
     template <class Matches>
     ZOR_HIDDEN ZORBaseUnknown* FindAdapter(Matches iMatches) const;
+    ZOR_HIDDEN int QueryObject(const GUID& iInterface, void** oInterface);
     ZOR_HIDDEN ZORBaseUnknown* FindOrMake(const ZORMetaClass* iInterface);
     ZOR_HIDDEN void LeaveAdapters();
+    ZOR_HIDDEN unsigned int Destroy();
 
     std::atomic<std::uint32_t> _Count{1};
-    ZORBaseUnknown* _Object = nullptr;               // of an adapter: what it stands for
+    ZORBaseUnknown* _Object = this;                  // of an adapter: what it stands for;
+                                                     // of an object: itself
     std::atomic<ZORBaseUnknown*> _Adapters{nullptr}; // of an object: its adapters, oldest first;
                                                      // of an adapter: the next one in that list
     const ZORMetaClass* _Interface = nullptr;        // of an adapter: what it shows

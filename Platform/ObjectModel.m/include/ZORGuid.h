@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstdint>
+#include <cstring>
 
 // A class or interface identifier: 128 bits. A plain value.
 //
@@ -16,9 +17,18 @@ struct GUID {
     // Whether all bytes are equal.
     friend bool operator==(const GUID& iLeft, const GUID& iRight)
     {
-        return iLeft.bytes == iRight.bytes;
+        return iLeft.Half(0) == iRight.Half(0) && iLeft.Half(8) == iRight.Half(8);
     }
     friend bool operator!=(const GUID& iLeft, const GUID& iRight) { return !(iLeft == iRight); }
+
+private:
+    // Eight of the bytes as one word.
+    std::uint64_t Half(std::size_t iFirst) const
+    {
+        std::uint64_t word;
+        std::memcpy(&word, bytes.data() + iFirst, sizeof word);
+        return word;
+    }
 };
 
 // Makes an identifier that no other call, in this process or any other, has made or will make.

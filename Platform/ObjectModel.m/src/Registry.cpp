@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstring>
 #include <mutex>
+#include <sys/single_threaded.h>
 
 Registry& Registry::Instance()
 {
@@ -35,15 +36,23 @@ std::size_t Registry::Hash::operator()(const GUID& iId) const
     return bits;
 }
 
+// There is nobody to wait for while the process has a single thread, and no reader starts another.
+std::shared_lock<std::shared_mutex> Registry::Reading() const
+{
+    if (__libc_single_threaded)
+        return std::shared_lock(_Mutex, std::defer_lock);
+    return std::shared_lock(_Mutex);
+}
+
 ZORMetaClass* Registry::Query(std::string_view iClassName) const
 {
-    const std::shared_lock lock(_Mutex);
+    const std::shared_lock lock = Reading();
     return QueryLocked(iClassName);
 }
 
 ZORMetaClass* Registry::Query(const GUID& iClassId) const
 {
-    const std::shared_lock lock(_Mutex);
+    const std::shared_lock lock = Reading();
     const auto found = _ById.find(iClassId);
     return found == _ById.end() ? nullptr : found->second;
 }
@@ -151,7 +160,7 @@ int Registry::RemoveAll(const char* iClassName, const char* iInterfaceName)
 Registry::Found Registry::FindCreator(const ZORMetaClass* iClass,
                                       const ZORMetaClass* iInterface) const
 {
-    const std::shared_lock lock(_Mutex);
+    const std::shared_lock lock = Reading();
     for (const ZORMetaClass* each = iClass; each; each = each->GetParent()) {
         const auto found = _Entries.find({each, iInterface});
         if (found == _Entries.end())
@@ -166,7 +175,7 @@ Registry::Found Registry::FindCreator(const ZORMetaClass* iClass,
 
 const ZORSupportedClass* Registry::Supported(std::string_view iInterfaceName) const
 {
-    const std::shared_lock lock(_Mutex);
+    const std::shared_lock lock = Reading();
     const auto interface = _ByName.find(iInterfaceName);
     if (interface == _ByName.end())
         return nullptr;

@@ -61,7 +61,9 @@ private:
 
     static std::shared_mutex& Lock();
     ZORMetaClass* QueryLocked(std::string_view iClassName) const; // null if unknown
-    ZORMetaClass* FindLocked(std::string_view iClassName);        // made if unknown
+    // For reading: holds the lock for as long as the result lives.
+    std::shared_lock<std::shared_mutex> Reading() const;
+    ZORMetaClass* FindLocked(std::string_view iClassName); // made if unknown
     Pair PairOf(const char* iClassName, const char* iInterfaceName);
     Entries& EntriesOf(const Pair& iPair);
     void Forget(const Pair& iPair);

@@ -16,7 +16,7 @@ constexpr std::uint32_t kBeingDestroyed = 1U << 30;
 
 std::uint32_t Add(std::atomic<std::uint32_t>& ioCount)
 {
-    if (!__libc_single_threaded)
+    if (!__libc_single_threaded) [[unlikely]]
         return ioCount.fetch_add(1, std::memory_order_relaxed) + 1;
     const std::uint32_t count = ioCount.load(std::memory_order_relaxed) + 1;
     ioCount.store(count, std::memory_order_relaxed);
@@ -25,7 +25,7 @@ std::uint32_t Add(std::atomic<std::uint32_t>& ioCount)
 
 std::uint32_t Drop(std::atomic<std::uint32_t>& ioCount)
 {
-    if (!__libc_single_threaded)
+    if (!__libc_single_threaded) [[unlikely]]
         return ioCount.fetch_sub(1, std::memory_order_acq_rel) - 1;
     const std::uint32_t count = ioCount.load(std::memory_order_relaxed) - 1;
     ioCount.store(count, std::memory_order_relaxed);
@@ -63,7 +63,7 @@ ZORBaseUnknown& ZORBaseUnknown::operator=(const ZORBaseUnknown&)
 
 ZORBaseUnknown::~ZORBaseUnknown()
 {
-    if (_Object) {
+    if (_Object != this) {
         LeaveAdapters();
         return;
     }
@@ -97,11 +97,15 @@ unsigned int ZORBaseUnknown::Release()
 {
     ZORBaseUnknown* const object = GetImpl();
     const std::uint32_t left = Drop(object->_Count);
-    if (left == 0) {
-        object->_Count.store(kBeingDestroyed, std::memory_order_relaxed);
-        delete object;
-    }
-    return left;
+    return left == 0 ? object->Destroy() : left;
+}
+
+// Apart from Release, which needs a frame for nothing else. Returns the count left: none.
+[[gnu::noinline]] unsigned int ZORBaseUnknown::Destroy()
+{
+    _Count.store(kBeingDestroyed, std::memory_order_relaxed);
+    delete this;
+    return 0;
 }
 
 bool ZORBaseUnknown::AddRefIfAlive()
@@ -176,15 +180,22 @@ int ZORBaseUnknown::QueryInterface(const GUID& iInterface, void** oInterface)
 {
     if (!oInterface)
         return ZORNoInterface;
-    *oInterface = nullptr;
-    ZORBaseUnknown* found =
+    ZORBaseUnknown* const found =
         FindAdapter([&](const ZORMetaClass* shown) { return shown->GetClassId() == iInterface; });
-    if (found)
-        found->AddRef();
-    else if (const ZORMetaClass* const interface = QueryMetaObject(iInterface))
-        found = FindOrMake(interface);
+    if (!found)
+        return QueryObject(iInterface, oInterface);
     *oInterface = found;
-    return found ? ZORInterfaceFound : ZORNoInterface;
+    found->AddRef();
+    return ZORInterfaceFound;
+}
+
+// Apart from QueryInterface, which is mostly answered by an adapter that is there.
+[[gnu::noinline]] int ZORBaseUnknown::QueryObject(const GUID& iInterface, void** oInterface)
+{
+    *oInterface = nullptr;
+    if (const ZORMetaClass* const interface = QueryMetaObject(iInterface))
+        *oInterface = FindOrMake(interface);
+    return *oInterface ? ZORInterfaceFound : ZORNoInterface;
 }
 
 ZORBaseUnknown* ZORBaseUnknown::QueryInterface(const char* iInterfaceName) const

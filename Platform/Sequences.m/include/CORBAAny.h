@@ -60,7 +60,7 @@ public:
     // Becomes a copy of all that is held there.
     CORBAAny& operator=(const CORBAAny& iOther)
     {
-        if (_Held.owns || iOther._Held.owns)
+        if (_Held.owns | iOther._Held.owns)
             *this = CORBAAny(iOther);
         else
             _Held = iOther._Held;
@@ -150,8 +150,9 @@ private:
     };
     struct Held {
         unsigned char kind;
-        bool owns;         // whether `block` or `anys` is in use and has to be freed
-        std::int32_t size; // of the octets, of the characters without the NUL, of the anys
+        bool owns;            // whether `block` or `anys` is in use and has to be freed
+        std::uint16_t unused; // 0, so that kind to size are written as one word
+        std::int32_t size;    // of the octets, of the characters without the NUL, of the anys
         Value value;
     };
 
@@ -159,6 +160,7 @@ private:
     {
         _Held.kind = static_cast<unsigned char>(iKind);
         _Held.owns = false;
+        _Held.unused = 0;
         _Held.size = 0;
     }
     void Drop() noexcept

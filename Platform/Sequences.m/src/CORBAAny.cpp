@@ -4,8 +4,10 @@
 #include "_SEQUENCE_CORBAAny.h"
 #include "_SEQUENCE_octet.h"
 
+#include <algorithm>
 #include <climits>
 #include <cstring>
+#include <iterator>
 #include <memory>
 #include <string>
 
@@ -42,6 +44,27 @@ void MakeRoom(ZORSequenceOf<Element>& oSequence, int iCount)
         return;
     oSequence.length(0);
     oSequence.maximum(iCount);
+}
+
+// Copies octets that may overlap. Those of an identifier are three blocks at most.
+void CopyOctets(unsigned char* oTo, const void* iFrom, int iCount)
+{
+    struct Block {
+        unsigned char octets[16];
+    };
+    constexpr int kSize = sizeof(Block);
+    const auto* const from = static_cast<const unsigned char*>(iFrom);
+    if (iCount < kSize || iCount > 3 * kSize) {
+        if (iCount > 0)
+            std::memmove(oTo, from, static_cast<std::size_t>(iCount));
+        return;
+    }
+    const int starts[] = {0, std::min(kSize, iCount - kSize), iCount - kSize};
+    Block blocks[std::size(starts)];
+    for (std::size_t i = 0; i < std::size(starts); ++i)
+        std::memcpy(&blocks[i], from + starts[i], kSize);
+    for (std::size_t i = 0; i < std::size(starts); ++i)
+        std::memcpy(oTo + starts[i], &blocks[i], kSize);
 }
 
 std::unique_ptr<CORBAAny[]> CopyOf(const CORBAAny* iAnys, int iCount)
@@ -130,7 +153,7 @@ bool CORBAAny::operator>>(_SEQUENCE_octet& oOctets) const
         return false;
     OctetSequence& octets = oOctets;
     MakeRoom(octets, count);
-    std::copy_n(held, count, octets.buffer());
+    CopyOctets(octets.buffer(), held, count);
     octets.length(count);
     return true;
 }
@@ -152,9 +175,16 @@ bool CORBAAny::operator>>(_SEQUENCE_CORBAAny& oAnys) const
 // The bytes may be the any's own: they are copied before anything is dropped.
 void CORBAAny::StoreBytes(Kind iKind, const void* iBytes, int iSize, int iRoom)
 {
+    if (!_Held.owns && iRoom <= kInlineOctets) {
+        CopyOctets(_Held.value.octets, iBytes, iRoom);
+        Become(iKind);
+        _Held.size = iSize;
+        return;
+    }
     Held fresh;
     fresh.kind = static_cast<unsigned char>(iKind);
     fresh.owns = iRoom > kInlineOctets;
+    fresh.unused = 0;
     fresh.size = iSize;
     if (fresh.owns)
         fresh.value.block = new unsigned char[static_cast<std::size_t>(iRoom)];

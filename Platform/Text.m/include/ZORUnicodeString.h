@@ -58,6 +58,13 @@ public:
     ZORUnicodeString(const char* iBytes, std::size_t iSize);
     // The same for a view (or a std::string).
     explicit ZORUnicodeString(std::string_view iBytes);
+    // Takes over the memory of a string: its bytes before the first NUL.
+    explicit ZORUnicodeString(std::string&& iBytes) noexcept
+        : _Bytes(std::move(iBytes)), _Count(kNotCounted)
+    {
+        if (const std::size_t end = _Bytes.find('\0'); end != std::string::npos)
+            _Bytes.erase(end);
+    }
 
     // A copy of the bytes.
     ZORUnicodeString(const ZORUnicodeString& iOther);

@@ -4,7 +4,9 @@
 
 #include <atomic>
 #include <cstddef>
+#include <initializer_list>
 #include <iosfwd>
+#include <string_view>
 
 class ZORString;
 
@@ -33,6 +35,8 @@ public:
 //         line << trace.GetMethod(text) << " iFileName = " << … << std::endl;
 //         trace.Out();
 //     }
+//
+// or, for texts, trace.WriteLine({"iFileName = ", …}).
 //
 // The environment variable ZOR_PSN_TRACE=<level> turns on every scope of at most that level, from
 // the start of the process; ZOR_PSN_TRACE_FILE sends the lines to the end of that file instead of
@@ -83,6 +87,10 @@ public:
     const char* Indent(ZORString& oText, int iBlanks) const;
     // Makes `oText` the method's name and returns its characters.
     const char* GetMethod(ZORString& oText) const;
+    // Writes a line of its own kind, and sends it: indented by three more than the scope, the
+    // method's name, a blank, and the pieces one behind the other. The same as by way of GetLigne
+    // and Out, with less to do.
+    void WriteLine(std::initializer_list<std::string_view> iPieces);
     // Sends this thread's line and begins a new one. An empty line sends nothing.
     void Out();
 

@@ -20,7 +20,8 @@ TraceLine::~TraceLine() = default;
 void TraceLine::Clear()
 {
     setp(_Room.data(), _Room.data() + _Room.size());
-    _Stream.clear();
+    if (!_Stream.good())
+        _Stream.clear();
 }
 
 void TraceLine::Complete()
@@ -33,11 +34,38 @@ void TraceLine::Complete()
     pbump(1);
 }
 
-void TraceLine::Reserve(std::size_t iMore)
+bool TraceLine::CanTake(std::size_t iMore)
+{
+    if (!_Stream.good())
+        return false;
+    try {
+        Reserve(iMore);
+        return true;
+    } catch (...) {
+        _Stream.setstate(std::ios_base::badbit);
+        return false;
+    }
+}
+
+void TraceLine::Append(std::string_view iText)
+{
+    if (!CanTake(iText.size()))
+        return;
+    std::copy_n(iText.data(), iText.size(), pptr());
+    Advance(iText.size());
+}
+
+void TraceLine::AppendBlanks(std::size_t iCount)
+{
+    if (!CanTake(iCount))
+        return;
+    std::fill_n(pptr(), iCount, ' ');
+    Advance(iCount);
+}
+
+void TraceLine::Grow(std::size_t iMore)
 {
     const std::size_t used = Text().size();
-    if (_Room.size() - used >= iMore)
-        return;
     _Room.resize(std::max(2 * _Room.size(), used + iMore));
     setp(_Room.data(), _Room.data() + _Room.size());
     Advance(used);

@@ -18,13 +18,24 @@ public:
     // What was collected; valid until the next character or Clear.
     std::string_view Text() const { return {pbase(), static_cast<std::size_t>(pptr() - pbase())}; }
     void Clear();
+    // Adds to the line as the stream does: not when the stream has failed, and it fails when there
+    // is no memory.
+    void Append(std::string_view iText);
+    void AppendBlanks(std::size_t iCount);
     // Ends the line where its own end was lost to a lack of memory.
     void Complete();
 
 private:
     int_type overflow(int_type iCharacter) override;
     std::streamsize xsputn(const char* iText, std::streamsize iCount) override;
-    void Reserve(std::size_t iMore);
+    // Makes room for that many more characters.
+    void Reserve(std::size_t iMore)
+    {
+        if (static_cast<std::size_t>(epptr() - pptr()) < iMore)
+            Grow(iMore);
+    }
+    void Grow(std::size_t iMore);
+    bool CanTake(std::size_t iMore);
     void Advance(std::size_t iCount);
 
     std::vector<char> _Room;

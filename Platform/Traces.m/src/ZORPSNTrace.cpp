@@ -6,9 +6,11 @@
 #include "ZORLineFile.h"
 #include "ZORString.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cstring>
 #include <string>
+#include <string_view>
 #include <system_error>
 #include <utility>
 
@@ -113,7 +115,10 @@ ZORPSNTraceLigne& ZORPSNTrace::GetLigne()
 
 const char* ZORPSNTrace::Indent(ZORString& oText, int iBlanks) const
 {
-    oText = std::string(static_cast<std::size_t>(iBlanks > 0 ? iBlanks : 0), ' ').c_str();
+    constexpr std::string_view kBlanks = "                                ";
+    oText = "";
+    for (int left = iBlanks; left > 0; left -= static_cast<int>(kBlanks.size()))
+        oText.Append(kBlanks.data(), std::min(kBlanks.size(), static_cast<std::size_t>(left)));
     return oText.ConvertToChar();
 }
 
@@ -121,6 +126,18 @@ const char* ZORPSNTrace::GetMethod(ZORString& oText) const
 {
     oText = _Method;
     return oText.ConvertToChar();
+}
+
+void ZORPSNTrace::WriteLine(std::initializer_list<std::string_view> iPieces)
+{
+    TraceLine& line = ThreadLine();
+    line.AppendBlanks(static_cast<std::size_t>(GetIndent() + kBlanksPerScope));
+    line.Append(_Method);
+    line.Append(" ");
+    for (const std::string_view piece : iPieces)
+        line.Append(piece);
+    line.Append("\n");
+    Out();
 }
 
 void ZORPSNTrace::Out()
