@@ -2,8 +2,35 @@
 
 #include "IdentifierTable.h"
 
+#include <algorithm>
+#include <utility>
+
 namespace
 {
+
+// Positions are chosen without a branch, which would be mispredicted every other time.
+class PositionList
+{
+public:
+    explicit PositionList(int iMost) : _Positions(static_cast<std::size_t>(std::max(iMost, 0)) + 1)
+    {
+    }
+
+    void AddIf(bool iChosen, int iPosition)
+    {
+        _Positions[_Count] = iPosition;
+        _Count += iChosen;
+    }
+    std::vector<int> Take() &&
+    {
+        _Positions.resize(_Count);
+        return std::move(_Positions);
+    }
+
+private:
+    std::vector<int> _Positions; // and one place more
+    std::size_t _Count = 0;
+};
 
 // The second list of a search, and the receiver Y in it.
 //
@@ -60,8 +87,7 @@ template <class Search>
 std::vector<int> Selected(const _SEQUENCE_CORBAAny& iFirst, const _SEQUENCE_CORBAAny& iSecond,
                           bool iWanted, Search iSearch)
 {
-    std::vector<int> selected;
-    selected.reserve(static_cast<std::size_t>(std::max(iFirst.length(), 0)));
+    PositionList selected(iFirst.length());
     SearchedList second(iSecond);
     const CORBAAny* const elements = iFirst.buffer();
     HashesAhead hashes(second.Identifiers(), elements, iFirst.length());
@@ -73,10 +99,9 @@ std::vector<int> Selected(const _SEQUENCE_CORBAAny& iFirst, const _SEQUENCE_CORB
             x = IdentifierIn(elements[i]);
             hashOfX = hash;
         }
-        if (iSearch(second, x, hashOfX) == iWanted)
-            selected.push_back(i);
+        selected.AddIf(iSearch(second, x, hashOfX) == iWanted, i);
     }
-    return selected;
+    return std::move(selected).Take();
 }
 
 // What the list of a removal of duplicates holds, for X and Y.
@@ -84,7 +109,7 @@ class SearchedRest
 {
 public:
     explicit SearchedRest(const _SEQUENCE_CORBAAny& iList)
-        : _HeldAgain(static_cast<std::size_t>(iList.length()))
+        : _HeldAgain(static_cast<std::size_t>(iList.length()) + 1)
     {
         const CORBAAny* const elements = iList.buffer();
         IdentifierTable table(elements, iList.length());
@@ -93,25 +118,30 @@ public:
             const std::uint64_t hash = hashes.Next();
             if (!HoldsIdentifier(elements[i]))
                 continue;
-            const int before = table.Enter(i, hash);
-            if (before >= 0)
-                _HeldAgain[static_cast<std::size_t>(before)] = true;
+            _HeldAgain[Place(table.Enter(i, hash))] = true;
             _Last = i;
+            ++_Count;
         }
         _HoldsEmpty = table.Contains({}, table.HashOf({}));
     }
 
+    // Of the elements.
+    int CountOfIdentifiers() const { return _Count; }
+
     // Whether the identifier that this element holds stands again behind it.
-    bool HeldAgain(int iPosition) const { return _HeldAgain[static_cast<std::size_t>(iPosition)]; }
+    bool HeldAgain(int iPosition) const { return _HeldAgain[Place(iPosition)]; }
     // Whether the empty identifier is in the list.
     bool HoldsEmpty() const { return _HoldsEmpty; }
     // The position of the last identifier; -1 when there is none.
     int Last() const { return _Last; }
 
 private:
-    std::vector<bool> _HeldAgain;
+    static std::size_t Place(int iPosition) { return static_cast<std::size_t>(iPosition + 1); }
+
+    std::vector<char> _HeldAgain; // by position + 1; the first stands for no position
     bool _HoldsEmpty;
     int _Last = -1;
+    int _Count = 0;
 };
 
 } // namespace
@@ -121,11 +151,15 @@ private:
 // found something, else the last identifier of the list when it came across one at all.
 std::vector<int> LastOccurrences(const _SEQUENCE_CORBAAny& iList)
 {
-    std::vector<int> kept;
     if (iList.length() < 1)
-        return kept;
-    kept.reserve(static_cast<std::size_t>(iList.length()));
+        return {};
     const SearchedRest rest(iList);
+    PositionList kept(iList.length());
+    if (rest.CountOfIdentifiers() == iList.length()) { // as nearly always
+        for (int i = 0; i < iList.length(); ++i)
+            kept.AddIf(!rest.HeldAgain(i), i);
+        return std::move(kept).Take();
+    }
     const CORBAAny* const elements = iList.buffer();
     Identifier x;
     Identifier y;
@@ -143,10 +177,10 @@ std::vector<int> LastOccurrences(const _SEQUENCE_CORBAAny& iList)
         }
         if (i < rest.Last())
             y = IdentifierIn(elements[rest.Last()]);
-        kept.push_back(i);
+        kept.AddIf(true, i);
     }
-    kept.push_back(iList.length() - 1);
-    return kept;
+    kept.AddIf(true, iList.length() - 1);
+    return std::move(kept).Take();
 }
 
 std::vector<int> CommonElements(const _SEQUENCE_CORBAAny& iFirst, const _SEQUENCE_CORBAAny& iSecond)

@@ -94,15 +94,18 @@ class HashesAhead
 {
 public:
     HashesAhead(const Table& iTable, const CORBAAny* iElements, int iCount)
-        : _Table(iTable), _Next(iElements), _End(iElements + std::max(iCount, 0))
+        : _Table(iTable), _Next(iElements), _End(iElements + std::max(iCount, 0)),
+          _IsAhead(iCount > kInCache)
     {
-        for (std::size_t i = 0; i < kAhead && _Next != _End; ++i)
+        for (std::size_t i = 0; _IsAhead && i < kAhead; ++i)
             _Hashes[i] = Compute();
     }
 
     // The hash of the next element. REQUIRES: there is one.
     std::uint64_t Next()
     {
+        if (!_IsAhead)
+            return _Table.HashOf(IdentifierIn(*_Next++));
         std::uint64_t& place = _Hashes[_At++ % kAhead];
         const std::uint64_t hash = place;
         if (_Next != _End)
@@ -112,6 +115,7 @@ public:
 
 private:
     static constexpr std::size_t kAhead = 16; // look-ups take as long together as memory does
+    static constexpr int kInCache = 2000;     // up to here list and table are near anyhow
 
     std::uint64_t Compute()
     {
@@ -123,6 +127,7 @@ private:
     const Table& _Table;
     const CORBAAny* _Next; // to be computed
     const CORBAAny* _End;
+    bool _IsAhead;
     std::size_t _At = 0; // of the next hash, modulo kAhead
     std::array<std::uint64_t, kAhead> _Hashes;
 };
