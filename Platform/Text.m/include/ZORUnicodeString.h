@@ -4,6 +4,7 @@
 
 #include <atomic>
 #include <cstddef>
+#include <cstring>
 #include <iosfwd>
 #include <string>
 #include <string_view>
@@ -62,8 +63,7 @@ public:
     explicit ZORUnicodeString(std::string&& iBytes) noexcept
         : _Bytes(std::move(iBytes)), _Count(kNotCounted)
     {
-        if (const std::size_t end = _Bytes.find('\0'); end != std::string::npos)
-            _Bytes.erase(end);
+        _Bytes.erase(std::strlen(_Bytes.c_str()));
     }
 
     // A copy of the bytes.
