@@ -10,7 +10,8 @@ function(kw_shared_library target)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "EXPORT_NAME;NAMESPACE;HEADER_DIRECTORY" "")
   add_library(${target} SHARED)
   add_library(${arg_NAMESPACE}::${arg_EXPORT_NAME} ALIAS ${target})
-  target_link_libraries(${target} PRIVATE $<BUILD_INTERFACE:strict_build>)
+  target_link_libraries(${target} PRIVATE $<BUILD_INTERFACE:strict_build>
+    $<BUILD_INTERFACE:hardened_build>)
   target_compile_features(${target} PUBLIC cxx_std_17)
   set_target_properties(${target} PROPERTIES
     EXPORT_NAME ${arg_EXPORT_NAME}

@@ -5,6 +5,17 @@ target_compile_options(strict_build INTERFACE
   -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Werror)
 # At -O3 g++ 12 takes a string that is inserted into another for one that may overlap it.
 target_compile_options(strict_build INTERFACE $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>)
+
+# What makes mistakes in memory harder to use, for what is installed: `hardened_build`. Checks of
+# the standard library, of buffer sizes and of return addresses, and tables that are read-only once
+# the program is loaded. The checks need an optimizer, and sanitizers have better ones.
+add_library(hardened_build INTERFACE)
+if(NOT KW4TOOLS_SANITIZER)
+  target_compile_options(hardened_build INTERFACE
+    $<$<CONFIG:Release,RelWithDebInfo,MinSizeRel>:-D_GLIBCXX_ASSERTIONS;-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=2;-fstack-protector-strong>)
+  target_link_options(hardened_build INTERFACE -Wl,-z,relro -Wl,-z,now -Wl,-z,noexecstack)
+endif()
+
 set(CMAKE_CXX_EXTENSIONS OFF)
 set(CMAKE_C_STANDARD 11)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
