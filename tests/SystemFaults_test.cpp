@@ -204,7 +204,7 @@ TEST(ReadingFaults, AreToldWithTheFile)
     catalogs.Write("Site", "A = 'value'\n");
     const std::pair<std::string, std::function<std::string()>> rows[] = {
         {site / "site.toml",
-         [] { return ZORDuxServices().GetSetting("A", "site").ConvertToChar(); }},
+         [] { return std::string(ZORDuxServices().GetSetting("A", "site").ConvertToChar()); }},
         {site / "site.toml",
          [] {
              return Texts(ZORDuxServices().ListOfSettingVariables("site")) == Strings{"A"}
