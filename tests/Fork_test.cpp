@@ -215,12 +215,12 @@ TEST(Fork, WaitsForTheThreadThatReadsTheDictionaryFiles)
 {
     const ScopedDirectory directory;
     std::string entries;
-    for (int i = 0; i < 5000; ++i)
+    for (int i = 0; i < 1500; ++i)
         entries += "[[adapter]]\nclass = \"C" + std::to_string(i) +
                    "\"\ninterface = \"IMany\"\nlibrary = \"l\"\ncreator = \"c\"\n";
     directory.Write("many.toml", entries);
     const ScopedEnvironment path("ZOR_DICTIONARY_PATH", directory.Path().string());
-    for (int round = 0; round < 5; ++round)
+    for (int round = 0; round < 3; ++round)
         EXPECT_EQ(InChildWithinSeconds([] { // where they are not read yet
                       std::atomic<bool> started = false;
                       std::thread reader([&] {

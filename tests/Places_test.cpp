@@ -187,12 +187,12 @@ namespace
 
 constexpr std::size_t kPage = 4096;
 
-// Others than root have to be root of a user space of their own for that.
+// Who may not have them has to be root of a user space of his own for that.
 bool HaveMountsOfItsOwn()
 {
     const std::string user = std::to_string(geteuid()), group = std::to_string(getegid());
-    if (geteuid() == 0)
-        return unshare(CLONE_NEWNS) == 0;
+    if (unshare(CLONE_NEWNS) == 0)
+        return true;
     if (unshare(CLONE_NEWNS | CLONE_NEWUSER) != 0)
         return false;
     std::ofstream("/proc/self/uid_map") << user + ' ' + user + " 1\n";

@@ -201,6 +201,33 @@ TEST(ZORSettingRepositorySharing, TellsWhoHoldsTheLockForTooLong)
     EXPECT_EQ(site.Get("B"), "x");
 }
 
+TEST(ZORSettingRepositorySharing, ServesThoseWhoWaitInTheOrderTheyCame)
+{
+    const Strings inOrder = {"A", "1", "2", "3", "4", "5"};
+    int rounds = 0;
+    for (int round = 0; round < 6; ++round) { // on a busy machine now and then one comes late
+        const RepositorySite site;
+        site.Put("A", "x");
+        const int lock = open((site / ".site.lock").c_str(), O_RDWR | O_CLOEXEC);
+        ASSERT_EQ(flock(lock, LOCK_EX), 0);
+        std::list<ChildProcess> children;
+        for (std::size_t i = 1; i < inOrder.size(); ++i) {
+            children.emplace_back([&, i] {
+                close(lock);
+                site.Put(inOrder[i], "x");
+                return 0;
+            });
+            std::this_thread::sleep_for(std::chrono::milliseconds(30));
+        }
+        flock(lock, LOCK_UN);
+        close(lock);
+        for (ChildProcess& each : children)
+            EXPECT_EQ(each.Wait(), 0);
+        rounds += site.List() == inOrder;
+    }
+    EXPECT_GE(rounds, 3);
+}
+
 TEST(ZORSettingRepositorySharing, KeepsTheLockFromAForkedChild)
 {
     const RepositorySite site;

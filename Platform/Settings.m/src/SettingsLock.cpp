@@ -1,6 +1,7 @@
 #include "SettingsLock.h"
 
 #include "SettingsFailure.h"
+#include "SettingsQueue.h"
 
 #include <chrono>
 #include <cstdio>
@@ -16,8 +17,9 @@ namespace
 using Clock = std::chrono::steady_clock;
 
 constexpr std::chrono::seconds kLongestWait(10);
-// Short enough that a writer who takes the lock again and again does not starve the others.
 constexpr std::chrono::microseconds kStep(100);
+// Who has stepped aside for so many steps tries all the same.
+constexpr int kPatience = 100;
 
 // Pids are written in a line of fixed length, so that a shorter one covers a longer.
 constexpr int kPidLine = 11;
@@ -113,14 +115,25 @@ void SettingsLock::LetWritersIn(const struct stat* iTarget)
 void SettingsLock::Wait()
 {
     const Clock::time_point end = Clock::now() + kLongestWait;
-    while (Uninterrupted([&] { return flock(_Lock.Get(), LOCK_EX | LOCK_NB); }) != 0) {
-        if (errno != EWOULDBLOCK)
-            RaiseSystemFailure(_File, "lock it by " + _Name, errno);
+    SettingsQueue queue(_Directory, _Name);
+    for (int step = 1; !TryToLock(queue.MustStepAside() && step % kPatience != 0); ++step) {
         if (Clock::now() >= end)
             RaiseFailure(_File, "cannot lock it by " + _Name + ": " + Holder() +
                                     " has held the lock for 10 seconds");
+        queue.Join();
         std::this_thread::sleep_for(kStep);
     }
+}
+
+bool SettingsLock::TryToLock(bool iStepAside)
+{
+    if (iStepAside)
+        return false;
+    if (Uninterrupted([&] { return flock(_Lock.Get(), LOCK_EX | LOCK_NB); }) == 0)
+        return true;
+    if (errno != EWOULDBLOCK)
+        RaiseSystemFailure(_File, "lock it by " + _Name, errno);
+    return false;
 }
 
 void SettingsLock::WritePid()

@@ -28,6 +28,7 @@ private:
     bool Make(const struct stat* iTarget);
     void LetWritersIn(const struct stat* iTarget);
     void Wait();
+    bool TryToLock(bool iStepAside);
     void WritePid();
     std::string Holder() const;
 
