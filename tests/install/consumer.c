@@ -1,4 +1,4 @@
-/* A program in C that binds string functions by their names: from the header, and from the library. */
+/* A program in C that binds string functions: by the header, and by name in the library. */
 
 #include "ZORDuxStrings.h"
 

@@ -131,7 +131,8 @@ RunProgram::Outcome RunProgram::RunOnTerminal(const std::vector<std::string>& iA
     if (process == 0)
         Become(iArguments, terminal, terminal, terminal);
     close(terminal);
-    if (write(keyboard, _Input.data(), _Input.size()) != static_cast<ssize_t>(_Input.size()))
+    const std::string typed = _Input + static_cast<char>(plain.c_cc[VEOF]);
+    if (write(keyboard, typed.data(), typed.size()) != static_cast<ssize_t>(typed.size()))
         throw std::runtime_error("cannot type on the terminal");
     // Nothing more can be read when nobody has the terminal any longer.
     std::string shown;

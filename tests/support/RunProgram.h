@@ -35,7 +35,7 @@ public:
     // Standard output is a pipe that nobody reads.
     RunProgram& OutputToBrokenPipe();
     // All three streams are a terminal; what the program writes to it is the outcome's `out`, and
-    // the input is typed there.
+    // the input is typed there, and its end.
     RunProgram& OnTerminal();
     // The program starts with that descriptor closed.
     RunProgram& Closed(int iDescriptor);

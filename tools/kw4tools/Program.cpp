@@ -23,6 +23,14 @@ Status Tell(const std::string& iProblem)
     return Status::Wrong;
 }
 
+std::string TooMuch(const std::vector<std::string>& iMarked)
+{
+    std::string names;
+    for (const std::string& each : iMarked)
+        names += (names.empty() ? "'" : ", '") + RawArgument(each) + "'";
+    return (iMarked.size() == 1 ? "one argument too many: " : "arguments too many: ") + names;
+}
+
 void Describe(Command& ioRoot)
 {
     ioRoot.Explains(
@@ -97,6 +105,8 @@ Status Program::Perform(const std::vector<std::string>& iArguments)
         _Session.Out().Line(version.what());
     } catch (const CLI::RequiredError& error) {
         return TellWrongUsage(_Root.Chosen().IsFamily() ? "say which command" : error.what());
+    } catch (const CLI::ExtrasError&) {
+        return TellWrongUsage(TooMuch(_App->remaining(true)));
     } catch (const CLI::ParseError& error) {
         return TellWrongUsage(WithoutMarks(error.what()));
     } catch (const UsageError& error) {

@@ -5,6 +5,7 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cctype>
+#include <set>
 
 namespace
 {
@@ -82,10 +83,14 @@ private:
         const bool takesValue = option->get_items_expected_max() > 0;
         if (!takesValue && equals != std::string::npos)
             throw UsageError(name + " takes no value", FullName(*_Command));
+        if (takesValue && equals == std::string::npos && _Next == iEnd)
+            throw UsageError(name + " needs a value", FullName(*_Command));
+        if (takesValue && !_Given.insert(option).second)
+            throw UsageError(name + " is given twice", FullName(*_Command));
         _Marked.push_back(name);
         if (equals != std::string::npos)
             _Marked.push_back(Marked(iArgument.substr(equals + 1)));
-        else if (takesValue && _Next != iEnd)
+        else if (takesValue)
             _Marked.push_back(Marked(*_Next++));
     }
 
@@ -101,6 +106,7 @@ private:
     const CLI::App* _Command;
     Position _Next;
     bool _OptionsOver = false;
+    std::set<const CLI::Option*> _Given; // of those that take a value
     std::vector<std::string> _Marked;
 };
 

@@ -17,7 +17,8 @@ class App;
 //   - "--" ends the options.
 //   - The value of an option may be anything.
 //   - A "-" and a digit begin a number, unless they are an option of the command.
-// The name of a command or of an option that does not exist is a UsageError.
+// The name of a command or of an option that does not exist is a UsageError, and so is an option
+// without the value that it needs, or with two.
 std::vector<std::string> MarkedArguments(const CLI::App& iProgram,
                                          const std::vector<std::string>& iArguments);
 

@@ -11,6 +11,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <tuple>
 #include <vector>
 
 namespace
@@ -21,7 +22,10 @@ struct Function {
     std::string trace;
     std::string name;
 
-    auto operator<=>(const Function&) const = default;
+    bool operator<(const Function& iOther) const
+    {
+        return std::tie(trace, name) < std::tie(iOther.trace, iOther.name);
+    }
 };
 
 using Entries = std::map<Function, std::size_t>; // how often each was entered

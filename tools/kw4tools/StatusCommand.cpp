@@ -44,7 +44,8 @@ public:
     {
         Directory directory{iDirectory, {}};
         for (const std::string& name : iNames) {
-            const std::string path = iDirectory + "/" + name + ".toml";
+            std::string path = iDirectory;
+            ((path += '/') += name) += ".toml";
             const auto [first, isFirst] = _First.try_emplace(name, path);
             directory.files.push_back({path, isFirst ? "" : first->second});
         }
