@@ -62,8 +62,7 @@ public:
     explicit ZORUnicodeString(std::string&& iBytes) noexcept
         : _Bytes(std::move(iBytes)), _Count(kNotCounted)
     {
-        if (const std::size_t end = _Bytes.find('\0'); end != std::string::npos)
-            _Bytes.erase(end);
+        _Bytes.resize(std::char_traits<char>::length(_Bytes.c_str()));
     }
 
     // A copy of the bytes.
