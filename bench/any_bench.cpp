@@ -17,9 +17,9 @@ struct Ours {
     static Octets Identifier()
     {
         Octets octets;
-        octets.maximum(kOctetCount);
-        octets.length(kOctetCount);
-        std::memcpy(octets.buffer(), kOctets, kOctetCount);
+        octets.maximum(kIdentifierSize);
+        octets.length(kIdentifierSize);
+        std::memcpy(octets.buffer(), kIdentifier, kIdentifierSize);
         return octets;
     }
     static bool IsIdentifier(const Octets& iOctets)
@@ -49,8 +49,8 @@ struct ByHand {
 
     static Octets Identifier()
     {
-        Octets octets{kOctetCount, {}};
-        std::memcpy(octets.bytes, kOctets, kOctetCount);
+        Octets octets{kIdentifierSize, {}};
+        std::memcpy(octets.bytes, kIdentifier, kIdentifierSize);
         return octets;
     }
     static bool IsIdentifier(const Octets& iOctets)
@@ -89,7 +89,7 @@ struct Standard {
     using Any = std::any;
     using Octets = std::vector<unsigned char>;
 
-    static Octets Identifier() { return {kOctets, kOctets + kOctetCount}; }
+    static Octets Identifier() { return {kIdentifier, kIdentifier + kIdentifierSize}; }
     static bool IsIdentifier(const Octets& iOctets)
     {
         return ::IsIdentifier(iOctets.data(), iOctets.size());

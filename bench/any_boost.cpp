@@ -10,7 +10,7 @@ struct Boost {
     using Any = boost::any;
     using Octets = std::vector<unsigned char>;
 
-    static Octets Identifier() { return {kOctets, kOctets + kOctetCount}; }
+    static Octets Identifier() { return {kIdentifier, kIdentifier + kIdentifierSize}; }
     static bool IsIdentifier(const Octets& iOctets)
     {
         return ::IsIdentifier(iOctets.data(), iOctets.size());

@@ -12,8 +12,8 @@ struct OmniOrb {
     static Octets Identifier()
     {
         Octets octets;
-        octets.length(kOctetCount);
-        std::memcpy(octets.get_buffer(), kOctets, kOctetCount);
+        octets.length(kIdentifierSize);
+        std::memcpy(octets.get_buffer(), kIdentifier, kIdentifierSize);
         return octets;
     }
     static bool IsIdentifier(const Octets& iOctets)

@@ -10,7 +10,10 @@ struct Qt5 {
     using Any = QVariant;
     using Octets = QByteArray;
 
-    static Octets Identifier() { return {reinterpret_cast<const char*>(kOctets), kOctetCount}; }
+    static Octets Identifier()
+    {
+        return {reinterpret_cast<const char*>(kIdentifier), kIdentifierSize};
+    }
     static bool IsIdentifier(const Octets& iOctets)
     {
         return ::IsIdentifier(iOctets.constData(), static_cast<std::size_t>(iOctets.size()));

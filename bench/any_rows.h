@@ -4,14 +4,14 @@
 
 #include <cstring>
 
-inline constexpr int kOctetCount = 16;
-inline constexpr unsigned char kOctets[kOctetCount] = {
+inline constexpr int kIdentifierSize = 16;
+inline constexpr unsigned char kIdentifier[kIdentifierSize] = {
     0x3f, 0x80, 0x11, 0x5a, 0x9c, 0x41, 0x47, 0xd2, 0x8e, 0x60, 0x0b, 0x77, 0xa3, 0xc4, 0x1d, 0xe9};
 
 // Whether the octets, of whatever type, are those above.
 inline bool IsIdentifier(const void* iOctets, std::size_t iCount)
 {
-    return iCount == kOctetCount && std::memcmp(iOctets, kOctets, kOctetCount) == 0;
+    return iCount == kIdentifierSize && std::memcmp(iOctets, kIdentifier, kIdentifierSize) == 0;
 }
 
 // The rows of one kind of any. `Way` names the types Any and Octets, and has

@@ -30,14 +30,15 @@ def measured(file):
     times = {}
     runs = json.loads(file.read_text())["benchmarks"]
     for run in sorted(runs, key=lambda each: each["family_index"]):
-        name, _, clock = run["run_name"].partition("/real_time")
+        whole = re.sub(r"/iterations:\d+", "", run["run_name"])
+        name, _, clock = whole.partition("/real_time")
         name, _, manual = name.partition("/manual_time")
         if "error_occurred" in run:
             sys.exit(f"{file}: {name}: {run['error_message']}")
         if run["run_type"] != "iteration":
             continue
         case, _, who = name.rpartition("/")
-        real = clock != "" or run["run_name"] != name
+        real = clock != "" or whole != name
         scale = {"ns": 1, "us": 1e3, "ms": 1e6, "s": 1e9}[run["time_unit"]]
         time = run["real_time" if real else "cpu_time"] * scale
         times.setdefault(case, {}).setdefault(who, []).append(time)

@@ -31,31 +31,7 @@ inline void TracedOperation(const char* iFileName)
         WriteLine(trace, iFileName);
 }
 
-void ScopeOff(benchmark::State& ioState)
-{
-    int lines = 0;
-    ZORPSNTrace::SetSink(
-        [](const char*, std::size_t, void* ioLines) { ++*static_cast<int*>(ioLines); }, &lines);
-    for (auto _ : ioState) {
-        TracedOperation(kFileName);
-        benchmark::ClobberMemory();
-    }
-    ZORPSNTrace::SetSink(nullptr, nullptr);
-    Check(ioState, lines == 0);
-}
-
 std::atomic<int> activeLevel{0};
-
-void FlagOff(benchmark::State& ioState)
-{
-    int lines = 0;
-    for (auto _ : ioState) {
-        if (kLevel <= activeLevel.load(std::memory_order_relaxed))
-            benchmark::DoNotOptimize(++lines);
-        benchmark::ClobberMemory();
-    }
-    Check(ioState, lines == 0);
-}
 
 // ---- A line to a file, which the kernel has when the writer goes on
 
@@ -138,8 +114,17 @@ void MethodLineByHand(benchmark::State& ioState)
 }
 
 const Rows kRows([] {
-    Row("off", "ours", ScopeOff);
-    Row("off", "reference", FlagOff);
+    const auto testFlag = [](int& ioLines) {
+        if (kLevel <= activeLevel.load(std::memory_order_relaxed))
+            ++ioLines;
+    };
+    OffRow("off", "ours", [](int&) { const ZORPSNTrace trace(kMethod, kLevel, nullptr); });
+    OffRow("off", "reference", testFlag);
+    OffRow("off with a line", "ours", [](int&) { TracedOperation(kFileName); });
+    OffRow("off with a line", "reference", [=](int& ioLines) {
+        testFlag(ioLines); // of the scope
+        testFlag(ioLines); // of the line
+    });
     LineRow("ours", MethodLine);
     LineRow("reference", MethodLineByHand);
     LineRow("ofstream", StreamLine);

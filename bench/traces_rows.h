@@ -4,6 +4,7 @@
 #include "support/Rows.h"
 
 #include <string>
+#include <utility>
 
 // The line that every way of tracing writes, and the file it writes it to.
 
@@ -29,6 +30,23 @@ private:
     ScopedDirectory _Directory;
     std::string _Path;
 };
+
+// What is off: `iOperation(lines)` would count a line. It is done ten times a turn, as the turn
+// itself costs as much.
+template <class Operation>
+void OffRow(const std::string& iCase, const std::string& iWho, Operation iOperation)
+{
+    Row(iCase, iWho, [=](benchmark::State& ioState) {
+        int lines = 0;
+        for (auto _ : ioState)
+            [&]<int... kTimes>(std::integer_sequence<int, kTimes...>)
+            {
+                ((iOperation(lines), benchmark::ClobberMemory(), void(kTimes)), ...);
+            }
+        (std::make_integer_sequence<int, 10>());
+        Check(ioState, lines == 0);
+    });
+}
 
 // The same number of lines for everyone: the files grow alike.
 template <class Run>

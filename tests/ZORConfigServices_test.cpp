@@ -101,13 +101,13 @@ TEST(SequenceIsEqual, LeavesItsArgumentsAlone)
     EXPECT_EQ(Told(second), "ab");
 }
 
-TEST(SequenceIsEqual, AllocatesNothing)
+TEST(SequenceIsEqual, AllocatesNothingButItsArguments)
 {
     const std::string octets(100, 'a');
-    const _SEQUENCE_octet first = Octets(octets);
-    const _SEQUENCE_octet second = Octets(octets);
+    _SEQUENCE_octet first = Octets(octets);
+    _SEQUENCE_octet second = Octets(octets);
     const CountedAllocations allocations;
-    EXPECT_EQ(SequenceIsEqual(first, second), 1);
+    EXPECT_EQ(SequenceIsEqual(std::move(first), std::move(second)), 1);
     EXPECT_EQ(allocations.Count(), 0);
 }
 

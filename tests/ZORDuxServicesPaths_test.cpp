@@ -1,11 +1,13 @@
 #include "ZORDuxServices.h"
 
 #include "CapturedOutput.h"
+#include "CountedAllocations.h"
 #include "RaisedBy.h"
 #include "SettingsSite.h"
 #include "Texts.h"
 #include "TraceLines.h"
 
+#include <climits>
 #include <cstring>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -154,6 +156,42 @@ TEST(SeekFile, KeepsTheBlanksOfADirectory)
     site.File(" one /x");
     EXPECT_EQ(ZORDuxServices().SeekFile("x", "two: one "), " one /x");
     EXPECT_EQ(ZORDuxServices().SeekFile("x", "one"), "");
+}
+
+TEST(SeekFile, PassesOverAPathThatIsTooLongForAFile)
+{
+    const Site site;
+    site.File("there/file");
+    ZORDuxServices services;
+    const std::string there = site / "there";
+    for (const std::size_t length : {PATH_MAX - 6, PATH_MAX - 5, PATH_MAX, 3 * PATH_MAX}) {
+        const std::string path = "/" + std::string(length - 1, 'a') + ":" + there;
+        EXPECT_EQ(services.SeekFile("file", path.c_str()), (there + "/file").c_str());
+    }
+    // The longest path that a file can have, and one more.
+    const std::string root(PATH_MAX - 1 - there.size() - 5, '/');
+    const std::string longest = root + there;
+    EXPECT_EQ(services.SeekFile("file", longest.c_str()), (longest + "/file").c_str());
+    EXPECT_EQ(services.SeekFile("file", ("/" + longest).c_str()), "");
+}
+
+TEST(SeekFile, AllocatesNothingButTheResult)
+{
+    const Site site;
+    site.File("there/file");
+    std::string path;
+    for (int i = 0; i < 10; ++i)
+        path += site / ("a directory that is not there " + std::to_string(i)) + ":";
+    path += site / "there";
+    ZORDuxServices services;
+    const ZORUnicodeString name = "file";
+    const ZORUnicodeString list(path);
+    const CountedAllocations allocations;
+    const ZORUnicodeString found = services.SeekFile(name, list);
+    const ZORUnicodeString none = services.SeekFile("none", list);
+    EXPECT_EQ(allocations.Count(), 1);
+    EXPECT_EQ(found, (site / "there/file").c_str());
+    EXPECT_TRUE(none.IsEmpty());
 }
 
 TEST(SeekFile, TakesAnEmptyNameForTheDirectoryItself)

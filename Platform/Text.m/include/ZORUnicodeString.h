@@ -4,7 +4,6 @@
 
 #include <atomic>
 #include <cstddef>
-#include <cstring>
 #include <iosfwd>
 #include <string>
 #include <string_view>
@@ -63,7 +62,7 @@ public:
     explicit ZORUnicodeString(std::string&& iBytes) noexcept
         : _Bytes(std::move(iBytes)), _Count(kNotCounted)
     {
-        _Bytes.erase(std::strlen(_Bytes.c_str()));
+        _Bytes.resize(std::char_traits<char>::length(_Bytes.c_str()));
     }
 
     // A copy of the bytes.

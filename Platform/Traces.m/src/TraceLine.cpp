@@ -34,12 +34,10 @@ void TraceLine::Complete()
     pbump(1);
 }
 
-bool TraceLine::CanTake(std::size_t iMore)
+bool TraceLine::CanGrow(std::size_t iMore)
 {
-    if (!_Stream.good())
-        return false;
     try {
-        Reserve(iMore);
+        Grow(iMore);
         return true;
     } catch (...) {
         _Stream.setstate(std::ios_base::badbit);

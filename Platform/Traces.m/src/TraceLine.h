@@ -28,14 +28,20 @@ public:
 private:
     int_type overflow(int_type iCharacter) override;
     std::streamsize xsputn(const char* iText, std::streamsize iCount) override;
+    std::size_t Room() const { return static_cast<std::size_t>(epptr() - pptr()); }
     // Makes room for that many more characters.
     void Reserve(std::size_t iMore)
     {
-        if (static_cast<std::size_t>(epptr() - pptr()) < iMore)
+        if (Room() < iMore)
             Grow(iMore);
     }
     void Grow(std::size_t iMore);
-    bool CanTake(std::size_t iMore);
+    // Whether the stream is well and there is room for that many more characters, or can be made.
+    bool CanTake(std::size_t iMore)
+    {
+        return _Stream.good() && (Room() >= iMore || CanGrow(iMore));
+    }
+    bool CanGrow(std::size_t iMore);
     void Advance(std::size_t iCount);
 
     std::vector<char> _Room;

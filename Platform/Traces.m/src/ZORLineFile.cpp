@@ -73,7 +73,9 @@ void ZORLineFile::Write(const char* iText, std::size_t iLength)
     const int before = errno;
     if (!_Torn || WriteAll(_Descriptor, "\n") == 1) {
         const std::size_t done = WriteAll(_Descriptor, {iText, iLength});
-        _Torn = done > 0 && done < iLength && iText[done - 1] != '\n';
+        const bool torn = done > 0 && done < iLength && iText[done - 1] != '\n';
+        if (torn != _Torn) // a look costs less than a store
+            _Torn = torn;
     }
     errno = before;
 }

@@ -68,6 +68,24 @@ TraceLine& ThreadLine()
     return *line;
 }
 
+// Sends a line and begins a new one.
+void Send(TraceLine& ioLine)
+{
+    if (ioLine.Text().empty())
+        return;
+    ioLine.Complete();
+    Output& output = Output::Instance();
+    if (!output.sink) {
+        output.file.Write(ioLine.Text().data(), ioLine.Text().size());
+        ioLine.Clear();
+        return;
+    }
+    // A sink may trace itself: the thread's line is free for it.
+    const std::string text(ioLine.Text());
+    ioLine.Clear();
+    output.sink(text.data(), text.size(), output.context);
+}
+
 } // namespace
 
 std::atomic<int> ZORPSNTrace::_ActiveLevel{LevelFromEnvironment()};
@@ -137,25 +155,12 @@ void ZORPSNTrace::WriteLine(std::initializer_list<std::string_view> iPieces)
     for (const std::string_view piece : iPieces)
         line.Append(piece);
     line.Append("\n");
-    Out();
+    Send(line);
 }
 
 void ZORPSNTrace::Out()
 {
-    Output& output = Output::Instance();
-    TraceLine& line = ThreadLine();
-    if (line.Text().empty())
-        return;
-    line.Complete();
-    if (!output.sink) {
-        output.file.Write(line.Text().data(), line.Text().size());
-        line.Clear();
-        return;
-    }
-    // A sink may trace itself: the thread's line is free for it.
-    const std::string text(line.Text());
-    line.Clear();
-    output.sink(text.data(), text.size(), output.context);
+    Send(ThreadLine());
 }
 
 void ZORPSNTrace::SetActiveLevel(int iLevel)

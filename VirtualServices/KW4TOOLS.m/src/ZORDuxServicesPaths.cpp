@@ -8,6 +8,7 @@
 #include "ZORGetEnv.h"
 
 #include <algorithm>
+#include <climits>
 #include <string>
 #include <string_view>
 #include <unistd.h>
@@ -28,6 +29,31 @@ bool Exists(const char* iPath)
 {
     return access(iPath, F_OK) == 0;
 }
+
+// A file that is looked for in one directory after another.
+class Candidate
+{
+public:
+    explicit Candidate(std::string_view iName) : _Name(iName) {}
+
+    bool ExistsIn(std::string_view iDirectory)
+    {
+        _Size = iDirectory.size() + 1 + _Name.size();
+        if (_Size >= sizeof _Path) // no file has a longer path
+            return false;
+        char* const name = std::copy(iDirectory.begin(), iDirectory.end(), _Path);
+        *name = '/';
+        *std::copy(_Name.begin(), _Name.end(), name + 1) = '\0';
+        return Exists(_Path);
+    }
+    // Where it exists.
+    std::string_view Path() const { return {_Path, _Size}; }
+
+private:
+    std::string_view _Name;
+    std::size_t _Size = 0;
+    char _Path[PATH_MAX];
+};
 
 // A file name as its directory and its base name.
 struct SplitName {
@@ -112,15 +138,13 @@ ZORUnicodeString ZORDuxServices::SeekFile(const ZORUnicodeString& iFileName,
     MethodFrame frame("ZORDuxServices::SeekFile");
     frame.Value("iFileName", iFileName);
     frame.Value("iPath", iPath);
-    const std::string_view name = View(iFileName);
-    std::string candidate;
+    Candidate candidate(View(iFileName));
     PathList pieces(iPath, _TheSettingSeparator);
     while (const auto directory = pieces.Next()) {
         frame.Value("Path", *directory);
-        candidate.assign(*directory).append("/").append(name);
-        if (Exists(candidate.c_str())) {
-            frame.Value("Path", std::string_view(candidate));
-            return ZORUnicodeString(candidate);
+        if (candidate.ExistsIn(*directory)) {
+            frame.Value("Path", candidate.Path());
+            return ZORUnicodeString(candidate.Path());
         }
     }
     return {};
