@@ -54,7 +54,7 @@ const Rows kRows([] {
     const auto empty = [](benchmark::State& ioState) { return Run(ioState, {KW_EMPTY}); };
     const auto services = [](benchmark::State& ioState) { return Run(ioState, {KW_SERVICES}); };
     ProgramRow("first services object", "ours", services);
-    ProgramRow("first services object", "empty program", empty);
+    ProgramRow("first services object", "reference", empty);
     ProgramRow("first services object over empty", "ours", [=](benchmark::State& ioState) {
         const double without = empty(ioState);
         return std::max(services(ioState) - without, 0.0);
