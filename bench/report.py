@@ -30,7 +30,7 @@ def measured(file):
     times = {}
     runs = json.loads(file.read_text())["benchmarks"]
     for run in sorted(runs, key=lambda each: each["family_index"]):
-        name = re.sub(r"/(real_time|manual_time|iterations:\d+|repeats:\d+)", "", run["run_name"])
+        name = re.sub(r"/(real_time|manual_time|iterations:\d+|repeats:\d+|min_time:[\d.]+)", "", run["run_name"])
         if "error_occurred" in run:
             sys.exit(f"{file}: {name}: {run['error_message']}")
         if run["run_type"] != "iteration":
