@@ -30,15 +30,13 @@ def measured(file):
     times = {}
     runs = json.loads(file.read_text())["benchmarks"]
     for run in sorted(runs, key=lambda each: each["family_index"]):
-        whole = re.sub(r"/iterations:\d+", "", run["run_name"])
-        name, _, clock = whole.partition("/real_time")
-        name, _, manual = name.partition("/manual_time")
+        name = re.sub(r"/(real_time|manual_time|iterations:\d+|repeats:\d+|min_time:[\d.]+)", "", run["run_name"])
         if "error_occurred" in run:
             sys.exit(f"{file}: {name}: {run['error_message']}")
         if run["run_type"] != "iteration":
             continue
         case, _, who = name.rpartition("/")
-        real = clock != "" or whole != name
+        real = re.search("/(real|manual)_time", run["run_name"])
         scale = {"ns": 1, "us": 1e3, "ms": 1e6, "s": 1e9}[run["time_unit"]]
         time = run["real_time" if real else "cpu_time"] * scale
         times.setdefault(case, {}).setdefault(who, []).append(time)
@@ -78,10 +76,9 @@ def ways_of(times):
 
 
 def table(area, times):
-    peers = ways_of(times)[2:] if any("reference" in ways for ways in times.values()) \
-        else ways_of(times)[1:]
+    peers = [who for who in ways_of(times) if who not in ("ours", "reference")]
     head = ["case", "ours", "reference", "ours / reference", *peers, "best peer / ours"]
-    lines = ["| " + " | ".join(head) + " |", "|---" + "|---:" * (len(head) - 1) + "|"]
+    lines = [head]
     for case, ways in times.items():
         most, least = goals(area, case)
         ours, reference = ways.get("ours"), ways.get("reference")
@@ -96,8 +93,11 @@ def table(area, times):
         cells = [ways.get(who) for who in ("ours", "reference")]
         cells = [time_text(each) if each else "" for each in cells] + [to_reference]
         cells += [time_text(ways[peer]) if peer in ways else "" for peer in peers] + [to_peer]
-        lines.append(f"| {case} | " + " | ".join(cells) + " |")
-    return "\n".join(lines)
+        lines.append([case, *cells])
+    # Only the columns that something is in.
+    columns = [i for i in range(len(head)) if any(line[i] for line in lines[1:])]
+    rows = ["| " + " | ".join(line[i] for i in columns) + " |" for line in lines]
+    return "\n".join([rows[0], "|---" + "|---:" * (len(columns) - 1) + "|", *rows[1:]])
 
 
 def plot(area, times):

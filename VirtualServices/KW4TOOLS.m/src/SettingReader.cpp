@@ -2,7 +2,6 @@
 
 #include "MethodFrame.h"
 #include "ServicesErrors.h"
-#include "ZORString.h"
 
 ZORUnicodeString SettingReader::Get(const ZORUnicodeString& iVariableName)
 {
@@ -22,10 +21,10 @@ ZORUnicodeString SettingReader::Get(const ZORUnicodeString& iVariableName)
             frame.Note("VariableName is NULL");
             RaiseArgumentError(kVariableNameEmpty);
         }
-        ZORString stored;
-        ZORBaseUnknown* items[] = {nullptr, &stored}; // the name, the value
+        ZORBaseUnknown* items[] = {nullptr, &_Stored}; // the name, the value
+        _Stored = "";
         _Repository->ReadSetting(iVariableName.ConvertToChar(), items, 2);
-        ZORUnicodeString value(stored.ConvertToChar());
+        ZORUnicodeString value(_Stored.ConvertToChar());
         frame.Value("retour", value);
         return value;
     });

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ZORSettingRepository.h"
+#include "ZORString.h"
 #include "ZORUnicodeString.h"
 
 #include <memory>
@@ -19,4 +20,5 @@ public:
 private:
     const ZORUnicodeString& _FileName;
     std::unique_ptr<ZORSettingRepository> _Repository;
+    ZORString _Stored; // keeps its storage from one reading to the next
 };

@@ -91,11 +91,13 @@ std::string_view Directory(std::string_view iPiece)
 }
 
 // The entries of the search path joined again, each expanded and followed by a separator.
-ZORUnicodeString Expand(MethodFrame& ioFrame, SettingReader& ioSettings, PathList iEntries,
-                        const ZORUnicodeString& iSeparator)
+ZORUnicodeString Expand(MethodFrame& ioFrame, SettingReader& ioSettings,
+                        const ZORUnicodeString& iSearchPath, const ZORUnicodeString& iSeparator)
 {
+    PathList entries = Pieces(iSearchPath, iSeparator);
     std::string path;
-    while (const auto piece = iEntries.Next()) {
+    path.reserve(2 * iSearchPath.GetLengthInBytes()); // mostly enough
+    while (const auto piece = entries.Next()) {
         std::string_view entry = Directory(*piece);
         ZORUnicodeString other;
         if (entry.starts_with(kSettingMark)) {
@@ -163,8 +165,7 @@ ZORUnicodeString ZORDuxServices::SearchPath(const ZORUnicodeString& iFileName)
         SettingReader settings(settingsFile);
         const ZORUnicodeString searchPath = settings.Get(kSearchPath);
         if (!searchPath.IsEmpty()) {
-            const ZORUnicodeString path = Expand(
-                frame, settings, Pieces(searchPath, _TheSettingSeparator), _TheSettingSeparator);
+            const ZORUnicodeString path = Expand(frame, settings, searchPath, _TheSettingSeparator);
             ZORUnicodeString found = SeekFile(name.base, path);
             if (found.GetLengthInChar() > name.base.GetLengthInChar()) {
                 TellFound(frame, "GoodPath", found);
