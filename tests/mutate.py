@@ -372,6 +372,8 @@ def try_all(todo, known, seconds):
                 if known[key] == "survived":
                     print(mutant.show(), flush=True)
                 print(known[key], key, file=log, flush=True)
+    except KeyboardInterrupt:
+        pass
     finally:
         library.restore()
 
