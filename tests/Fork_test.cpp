@@ -20,6 +20,13 @@
 using testing::ElementsAre;
 using testing::SizeIs;
 
+// For the thread sanitizer: a child does not join the threads of its parent.
+extern "C" const char* __tsan_default_options();
+extern "C" const char* __tsan_default_options()
+{
+    return "report_thread_leaks=0";
+}
+
 namespace
 {
 
