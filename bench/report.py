@@ -106,7 +106,7 @@ def plot(area, times):
     colours = {who: COLOURS[i % len(COLOURS)] for i, who in enumerate(ways)}
     every = [time for each in times.values() for time in each.values()]
     low, high = math.floor(math.log10(min(every))), math.ceil(math.log10(max(every)))
-    left, width, step, top = 190, 620, 22, 50
+    left, width, step, top = 24 + 7 * max(map(len, times)), 620, 22, 50
     bottom = top + step * len(times)
 
     def x_of(logarithm):
