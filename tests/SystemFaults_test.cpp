@@ -202,7 +202,10 @@ TEST(ReadingFaults, AreToldWithTheFile)
     const CatalogSite catalogs;
     site.SetBytes("A = \"value\"\n");
     catalogs.Write("Site", "A = 'value'\n");
-    const std::pair<std::string, std::function<std::string()>> rows[] = {
+    const struct {
+        std::string file;
+        std::function<std::string()> read;
+    } rows[] = {
         {site / "site.toml",
          [] { return std::string(ZORDuxServices().GetSetting("A", "site").ConvertToChar()); }},
         {site / "site.toml",
@@ -216,7 +219,7 @@ TEST(ReadingFaults, AreToldWithTheFile)
              const auto message = ZORHandle<ZORMsg>::Adopt(catalog.GetMsg("A"));
              return std::string(message->GetText().ConvertToChar());
          }}};
-    for (const auto& [file, read] : rows)
+    for (const auto& row : rows)
         for (const bool forGood : {false, true})
             for (const int error : {EIO, EACCES, EMFILE, EINTR})
                 DisturbEachCall(
@@ -225,15 +228,15 @@ TEST(ReadingFaults, AreToldWithTheFile)
                         std::string result;
                         const std::size_t before = OpenDescriptors();
                         Watched([&] {
-                            if (const auto raised = ErrorOf([&] { result = read(); }))
+                            if (const auto raised = ErrorOf([&] { result = row.read(); }))
                                 result = *raised;
                         });
                         return OpenDescriptors() == before ? result : "descriptors left open";
                     },
                     [&](const WatchedEnd& end) {
                         if (end.report != "value") {
-                            EXPECT_THAT(end.report,
-                                        AllOf(HasSubstr(file), HasSubstr(std::strerror(error))));
+                            EXPECT_THAT(end.report, AllOf(HasSubstr(row.file),
+                                                          HasSubstr(std::strerror(error))));
                         }
                     });
 }

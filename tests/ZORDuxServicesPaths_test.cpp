@@ -164,7 +164,8 @@ TEST(SeekFile, PassesOverAPathThatIsTooLongForAFile)
     site.File("there/file");
     ZORDuxServices services;
     const std::string there = site / "there";
-    for (const std::size_t length : {PATH_MAX - 6, PATH_MAX - 5, PATH_MAX, 3 * PATH_MAX}) {
+    constexpr std::size_t kLongest = PATH_MAX;
+    for (const std::size_t length : {kLongest - 6, kLongest - 5, kLongest, 3 * kLongest}) {
         const std::string path = "/" + std::string(length - 1, 'a') + ":" + there;
         EXPECT_EQ(services.SeekFile("file", path.c_str()), (there + "/file").c_str());
     }
