@@ -12,7 +12,8 @@ std::vector<std::string> CatalogsIn(const std::string& iDirectory)
 {
     std::vector<std::string> names = TomlFilesIn(iDirectory);
     for (const std::string& locale : LocalesIn(iDirectory))
-        for (const std::string& each : TomlFilesIn(iDirectory + "/" + locale))
+        for (const std::string& each :
+             TomlFilesIn(std::string(iDirectory).append("/").append(locale)))
             names.push_back(std::string(locale).append("/").append(each));
     std::sort(names.begin(), names.end());
     return names;

@@ -9,9 +9,9 @@ std::shared_ptr<const SettingsText> SaveSettings(const std::string& iPath,
 {
     LockedSettings settings(iPath);
     std::string old = settings.TakeBytes();
-    const auto before = old == iKnown->Bytes()
-                            ? iKnown
-                            : SettingsText::Read(settings.File(), std::move(old), iKnown.get());
+    auto before = old == iKnown->Bytes()
+                      ? iKnown
+                      : SettingsText::Read(settings.File(), std::move(old), iKnown.get());
     std::string edited = EditSettings(settings.File(), *before, iChanges);
     if (edited == before->Bytes())
         return before;

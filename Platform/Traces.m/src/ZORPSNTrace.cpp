@@ -149,7 +149,7 @@ const char* ZORPSNTrace::GetMethod(ZORString& oText) const
 void ZORPSNTrace::WriteLine(std::initializer_list<std::string_view> iPieces)
 {
     TraceLine& line = ThreadLine();
-    line.AppendBlanks(static_cast<std::size_t>(GetIndent() + kBlanksPerScope));
+    line.AppendBlanks(static_cast<std::size_t>(GetIndent()) + kBlanksPerScope);
     line.Append(_Method);
     line.Append(" ");
     for (const std::string_view piece : iPieces)

@@ -136,7 +136,7 @@ public:
     int Last() const { return _Last; }
 
 private:
-    static std::size_t Place(int iPosition) { return static_cast<std::size_t>(iPosition + 1); }
+    static std::size_t Place(int iPosition) { return static_cast<std::size_t>(iPosition) + 1; }
 
     std::vector<char> _HeldAgain; // by position + 1; the first stands for no position
     bool _HoldsEmpty;

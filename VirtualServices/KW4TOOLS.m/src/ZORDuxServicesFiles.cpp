@@ -51,7 +51,7 @@ public:
     {
         static_cast<void>(_File.release());
         static_cast<void>(_Block.release());
-    }
+    } // NOLINT(clang-analyzer-cplusplus.NewDeleteLeaks)
 
 private:
     struct Closing {
