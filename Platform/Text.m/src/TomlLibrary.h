@@ -1,7 +1,7 @@
 #pragma once
 
 // The TOML library (toml++), made safe for text from anywhere. To be included, in a source file, in
-// place of its own header; it is heavy.
+// place of its own header; it is heavy. TomlLibrary.cpp compiles what is in it, once.
 
 #include <cstdint>
 #include <string_view>
@@ -12,7 +12,7 @@
 // with that. With NDEBUG they would become promises to the compiler instead.
 #undef NDEBUG
 #define TOML_ASSERT(iCondition) static_cast<void>(0)
-#define TOML_HEADER_ONLY 1
+#define TOML_HEADER_ONLY 0
 #define TOML_ENABLE_FORMATTERS 0
 #define TOML_ENABLE_UNRELEASED_FEATURES 0
 
