@@ -6,6 +6,7 @@
 #include "ChildProcess.h"
 #include "ScopedDirectory.h"
 #include "ScopedEnvironment.h"
+#include "SearchLib.h"
 #include "SettingsOperations.h"
 #include "ZORDuxServices.h"
 #include "ZORDuxTrace.h"
@@ -168,4 +169,28 @@ TEST(TraceReportMemory, CostsLinesOfTheReportOrTheTrace)
                              }
                              EXPECT_NE(ending, Ending::Raised);
                          });
+}
+
+TEST(SearchLibMemory, PassesOverNoPlaceThatHasTheLibrary)
+{
+    const ScopedDirectory place;
+    place.Write("a/libFoo.so", "");
+    place.Write("b/libFoo.so", "");
+    const ScopedEnvironment path("LD_LIBRARY_PATH", place / "a:" + (place / "b"));
+    const ScopedWorkingDirectory here(place.Path());
+    long pieces = 0;
+    for (bool met = true; met; ++pieces) {
+        char* found = nullptr;
+        {
+            const ScopedMallocShortage shortage(pieces, false);
+            found = SearchLib("libFoo.so");
+        }
+        met = ScopedMallocShortage::WasMet();
+        if (met)
+            EXPECT_EQ(found, nullptr) << pieces;
+        else
+            EXPECT_EQ(std::string(found), place / "a/libFoo.so");
+        std::free(found);
+    }
+    EXPECT_EQ(pieces, 3); // one for the name itself, one for the first directory
 }

@@ -7,15 +7,6 @@
 namespace
 {
 
-// The path if something exists there, else null.
-char* IfThere(char* iPath)
-{
-    if (iPath && access(iPath, F_OK) == 0)
-        return iPath;
-    std::free(iPath);
-    return nullptr;
-}
-
 char* Join(const char* iDirectory, std::size_t iLength, const char* iName)
 {
     const std::size_t nameSize = std::strlen(iName) + 1;
@@ -28,19 +19,29 @@ char* Join(const char* iDirectory, std::size_t iLength, const char* iName)
     return path;
 }
 
+// The path in the next directory of the list, which loses that one; null when there is none left,
+// or no memory.
+char* NextPath(const char*& ioList, const char* iName)
+{
+    const char* const directory = ioList + std::strspn(ioList, ":");
+    const std::size_t length = std::strcspn(directory, ":");
+    ioList = directory + length;
+    return length > 0 ? Join(directory, length, iName) : nullptr;
+}
+
 } // namespace
 
+// Lack of memory ends the search: what a later directory has is not the library of that name.
 char* SearchLib(const char* iLibrary)
 {
     if (!iLibrary)
         return nullptr;
-    char* found = IfThere(strdup(iLibrary));
-    const char* directory = std::getenv("LD_LIBRARY_PATH");
-    while (!found && directory && *directory) {
-        const std::size_t length = std::strcspn(directory, ":");
-        if (length > 0)
-            found = IfThere(Join(directory, length, iLibrary));
-        directory += length + (directory[length] == ':' ? 1 : 0);
+    const char* const variable = std::getenv("LD_LIBRARY_PATH");
+    const char* directories = variable ? variable : "";
+    char* path = strdup(iLibrary);
+    while (path && access(path, F_OK) != 0) {
+        std::free(path);
+        path = NextPath(directories, iLibrary);
     }
-    return found;
+    return path;
 }
