@@ -144,6 +144,18 @@ TEST(ZORDuxModel, OpensAScopeForEachOperation)
                 ElementsAre("> ZORDuxModel::~ZORDuxModel", "< ZORDuxModel::~ZORDuxModel"));
 }
 
+TEST(ZORDuxModel, SurvivesATraceThatRaisesWhileItGoes)
+{
+    TraceLines lines;
+    Model model = Make("Assembly", "AP214");
+    lines.Taken();
+    ZORPSNTrace::SetCallLines(true);
+    lines.onLine = [](const std::string&) { throw 1; };
+    model = nullptr;
+    lines.onLine = nullptr;
+    EXPECT_THAT(lines.Taken(), ElementsAre("> ZORDuxModel::~ZORDuxModel"));
+}
+
 TEST(ZORDuxModel, KeepsTheOrderOfItsVirtualOperations)
 {
     const std::string manager = "(ZORCallbackManager*";

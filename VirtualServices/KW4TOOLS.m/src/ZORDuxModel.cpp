@@ -4,8 +4,6 @@
 #include "ZORMemoryContainer.h"
 #include "ZORTie.h"
 
-#include <string_view>
-
 ZORMetaClass* ZORDuxModel::_MetaObject = nullptr;
 
 void ZORDuxModel::InitMeta()
@@ -44,7 +42,7 @@ ZORDuxModel::ZORDuxModel(const char* iType, const ZORUnicodeString& iSchema)
     : ZORObject(iType, ClassName())
 {
     MethodFrame frame("ZORDuxModel::ZORDuxModel (iSchema)");
-    frame.Value("iType", std::string_view(iType ? iType : ""));
+    frame.Value("iType", iType ? iType : "");
     frame.Value("iSchema", iSchema);
     _ModelType = iType;
     _Schema = iSchema;
@@ -59,7 +57,10 @@ ZORDuxModel::ZORDuxModel(const ZORDuxModel& iOther) = default;
 
 ZORDuxModel::~ZORDuxModel()
 {
-    const MethodFrame frame("ZORDuxModel::~ZORDuxModel");
+    try {
+        const MethodFrame frame("ZORDuxModel::~ZORDuxModel");
+    } catch (...) { // what the trace raises does not leave a destructor
+    }
 }
 
 ZORUnicodeString ZORDuxModel::GetModelType()
