@@ -10,6 +10,7 @@
 #include "SettingsOperations.h"
 #include "ZORDuxServices.h"
 #include "ZORDuxTrace.h"
+#include "ZORLoadExternalSchema.h"
 
 #include <algorithm>
 #include <fstream>
@@ -193,4 +194,23 @@ TEST(SearchLibMemory, PassesOverNoPlaceThatHasTheLibrary)
         std::free(found);
     }
     EXPECT_EQ(pieces, 3); // one for the name itself, one for the first directory
+}
+
+TEST(ZORLoadExternalSchemaMemory, GivesNothingAndTellsNothingWithoutRoomForItsNames)
+{
+    const ScopedDirectory place;
+    const std::string path = place.Write("library of a long name, longer than any schema's", "");
+    constexpr long kNames = 3; // of the library, of its creation function, and the path
+    for (long pieces = 0; pieces < kNames; ++pieces) {
+        const CapturedOutput error(STDERR_FILENO);
+        int unset = 0;
+        void* result = &unset;
+        EXPECT_NO_THROW({
+            const ScopedMallocShortage shortage(pieces, false);
+            result = ZORLoadExternalSchema("a schema of a long name", path.c_str());
+        });
+        EXPECT_TRUE(ScopedMallocShortage::WasMet());
+        EXPECT_EQ(result, nullptr) << pieces;
+        EXPECT_EQ(error.Text(), "") << pieces;
+    }
 }
