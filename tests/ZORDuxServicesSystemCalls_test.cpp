@@ -18,6 +18,7 @@
 #include <functional>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <set>
 #include <unistd.h>
 #include <utility>
 
@@ -59,12 +60,13 @@ extern "C" int fclose(std::FILE* ioStream)
     return failClose ? EOF : result;
 }
 
-// Of the framework: how often a repository is saved, and what removing an attribute or writing an
-// identifier meets.
+// Of the framework: how often a repository is saved, how many items are read and written, and what
+// removing an attribute or writing an identifier meets.
 namespace
 {
 
 int saves = 0;
+std::set<long> itemCounts;
 std::function<void()> onSave; // what others do just before a save
 ZORError* meets = nullptr;
 
@@ -96,6 +98,28 @@ extern "C" void SaveRepository(ZORSettingRepository* ioRepository)
         ioRepository);
 }
 
+#define READ_SETTING "_ZN20ZORSettingRepository11ReadSettingEPKcPP14ZORBaseUnknownl"
+#define WRITE_SETTING "_ZN20ZORSettingRepository12WriteSettingEPKcPP14ZORBaseUnknownl"
+using Transfer = void (*)(ZORSettingRepository*, const char*, ZORBaseUnknown**, long);
+
+extern "C" void ReadSetting(ZORSettingRepository* ioRepository, const char* iName,
+                            ZORBaseUnknown** ioItems, long iCount) asm(READ_SETTING);
+extern "C" void ReadSetting(ZORSettingRepository* ioRepository, const char* iName,
+                            ZORBaseUnknown** ioItems, long iCount)
+{
+    itemCounts.insert(iCount);
+    Next<Transfer>(READ_SETTING)(ioRepository, iName, ioItems, iCount);
+}
+
+extern "C" void WriteSetting(ZORSettingRepository* ioRepository, const char* iName,
+                             ZORBaseUnknown** iItems, long iCount) asm(WRITE_SETTING);
+extern "C" void WriteSetting(ZORSettingRepository* ioRepository, const char* iName,
+                             ZORBaseUnknown** iItems, long iCount)
+{
+    itemCounts.insert(iCount);
+    Next<Transfer>(WRITE_SETTING)(ioRepository, iName, iItems, iCount);
+}
+
 extern "C" void DelAttribute(ZORSettingRepository* ioRepository,
                              const char* iName) asm("_ZN20ZORSettingRepository12DelAttributeEPKc");
 extern "C" void DelAttribute(ZORSettingRepository* ioRepository, const char* iName)
@@ -113,6 +137,20 @@ extern "C" void UuidText(const ZORUuid* iUuid, char* oText)
 }
 
 using ::testing::ElementsAre;
+
+TEST(Settings, AreReadAndWrittenAsPairsByEachOperation)
+{
+    const SettingsSite site;
+    ZORDuxServices services;
+    const std::function<void()> operations[] = {
+        [&] { services.PutSetting("A", "1", "f"); }, [&] { services.GetSetting("A", "f"); },
+        [&] { services.ListOfSettingVariables("f"); }, [&] { services.RemoveSetting("A", "f"); }};
+    for (const std::function<void()>& operation : operations) {
+        itemCounts.clear();
+        operation();
+        EXPECT_THAT(itemCounts, ElementsAre(2));
+    }
+}
 
 TEST(RemoveSetting, SavesOnceForEachAttributeItRemoves)
 {

@@ -46,10 +46,10 @@ public:
             WriteLine(iText, "", "");
     }
     // Writes the line "<text><value>".
-    void Note(const char* iText, const ZORUnicodeString& iValue)
+    void Note(const char* iText, std::string_view iValue)
     {
         if (ZORPSNTrace::LevelIsActive(_Trace.GetLevel()))
-            WriteLine(iText, "", iValue.ConvertToChar());
+            WriteLine(iText, "", iValue);
     }
 
 private:

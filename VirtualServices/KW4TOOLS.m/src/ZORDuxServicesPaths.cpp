@@ -101,15 +101,16 @@ ZORUnicodeString Expand(MethodFrame& ioFrame, SettingReader& ioSettings,
         std::string_view entry = Directory(*piece);
         ZORUnicodeString other;
         if (entry.starts_with(kSettingMark)) {
-            ioFrame.Note("Decode setting Path: ", ZORUnicodeString(entry));
+            ioFrame.Note("Decode setting Path: ", entry);
             other = ioSettings.Get(ZORUnicodeString(entry.substr(kSettingMark.size())));
             entry = View(other);
         }
         if (entry.find('$') != std::string_view::npos) {
             other = ZORUnicodeString(entry);
-            if (ExpandVariable(ioFrame, other))
-                ioFrame.Note("New shell Path: ", other);
+            const bool expanded = ExpandVariable(ioFrame, other);
             entry = View(other);
+            if (expanded)
+                ioFrame.Note("New shell Path: ", entry);
         }
         path.append(entry).append(View(iSeparator));
     }

@@ -140,9 +140,9 @@ ZORListValZORUnicodeString ZORDuxServices::ListOfSettingVariables(const ZORUnico
         Attributes attributes(*repository);
         ZORListValZORUnicodeString names;
         ZORString stored;
-        ZORBaseUnknown* items[] = {&stored};
+        ZORBaseUnknown* items[kItems] = {&stored, nullptr};
         while (const char* const attribute = attributes.Next()) {
-            repository->ReadSetting(attribute, items, 1);
+            repository->ReadSetting(attribute, items, kItems);
             ZORUnicodeString name(stored.ConvertToChar());
             frame.Value("Name", name);
             names.Append(std::move(name));
