@@ -25,8 +25,8 @@
 //   raises a ZORDUXNLSError; a settings file that is damaged, or cannot be read or saved, a
 //   ZORSettingError (see ZORSettingRepository.h).
 // - Each operation opens a method trace scope of level 42, named "ZORDuxServices::" and its own
-//   name, and writes its arguments to it, most of them their result or progress too
-//   (see ZORPSNTrace.h).
+//   name, and writes its arguments to it (of WriteStream the file name alone), most of them their
+//   result or progress too (see ZORPSNTrace.h).
 // - Thread rule: one thread at a time for one services object.
 class ZOR_EXPORT ZORIDuxServices : public ZORBaseUnknown
 {
@@ -80,7 +80,8 @@ public:
     ListOfSettingVariables(const ZORUnicodeString& iFileName) = 0;
 
     // Finds a file: its base name along the path list of the setting "DUX_SEARCH_PATH" of the
-    // settings file "DUXAdmin", then in the directory written before the base name, then in the
+    // settings file "DUXAdmin", then in what is written before the last "/" (itself a path list,
+    // split at the separator; nothing in "/plate", so the root is not looked into), then in the
     // current directory. Returns the path it was found under (the bare base name when in the
     // current directory), empty when it was not found. A name that ends in "/" asks for a
     // directory. In the path list, blanks around an entry go, "$$NAME" as a whole entry stands for
