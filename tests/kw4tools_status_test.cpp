@@ -100,6 +100,23 @@ TEST(kw4tools_status, PrintsTheExpandedSearchPathAndWhichEntriesExist)
                             "search path entry: /nowhere (missing)"));
 }
 
+// The blanks around an entry go, those of a value that takes its place stay.
+TEST(kw4tools_status, PrintsTheEntriesWithTheBlanksThatTheSearchKeeps)
+{
+    Kw4tools program;
+    const std::string root = program.Site().Path();
+    program.Site().Write(" models /plate.model", "");
+    program.Site().Write("DUXAdmin.toml", "DUX_SEARCH_PATH = \" $LIST : \"\n");
+    program.Run().Environment("LIST", "/nowhere: models : ");
+    EXPECT_EQ(program.Result({"search", "plate.model"}), " models /plate.model\n");
+    EXPECT_THAT(Lines(program.Result({"status"})),
+                ElementsAre("settings directory: " + root + " (exists)",
+                            "settings file: " + root + "/DUXAdmin.toml",
+                            "search path entry: /nowhere (missing)",
+                            "search path entry:  models  (exists)",
+                            "search path entry:   (missing)"));
+}
+
 TEST(kw4tools_status, PrintsAsMuchAsThereIs)
 {
     Kw4tools program;

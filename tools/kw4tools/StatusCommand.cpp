@@ -96,11 +96,29 @@ std::vector<Place> Places()
     return places;
 }
 
+// The pieces of a path list as a search takes them: unlike SeekPath it leaves them their blanks.
+ZORListValZORUnicodeString Pieces(const ZORUnicodeString& iPath, const ZORUnicodeString& iSeparator)
+{
+    ZORListValZORUnicodeString pieces;
+    ZORUnicodeString piece;
+    for (int i = 0; i <= iPath.GetLengthInChar(); ++i) {
+        const ZORUnicodeString character = iPath.SubString(i, 1); // empty behind the last one
+        if (!character.IsEmpty() && iSeparator.SearchSubString(character) < 0) {
+            piece.Append(character);
+        } else if (!piece.IsEmpty()) {
+            pieces.Append(piece);
+            piece = "";
+        }
+    }
+    return pieces;
+}
+
 // The directories that a search tries, in its order: the entries of the search path, each that
 // names a setting or a variable replaced by what it stands for.
 ZORListValZORUnicodeString SearchDirectories(ZORIDuxServices& ioServices)
 {
     constexpr char kSettingMark[] = "$$";
+    const ZORUnicodeString separator = ioServices.GetSettingSeparator();
     ZORUnicodeString path;
     for (ZORUnicodeString entry :
          ioServices.SeekPath(ioServices.GetSetting(kSearchPath, kSettingsFile))) {
@@ -108,9 +126,9 @@ ZORListValZORUnicodeString SearchDirectories(ZORIDuxServices& ioServices)
             entry =
                 ioServices.GetSetting(entry.SubString(2, entry.GetLengthInChar()), kSettingsFile);
         path.Append(ioServices.SeekEnv(entry));
-        path.Append(ioServices.GetSettingSeparator());
+        path.Append(separator);
     }
-    return ioServices.SeekPath(path);
+    return Pieces(path, separator);
 }
 
 bool Exists(Session& ioSession, const ZORUnicodeString& iPath)
