@@ -9,6 +9,7 @@
 #include "SettingsSite.h"
 #include "Texts.h"
 #include "TraceLines.h"
+#include "ZORDictionary.h"
 #include "ZORDuxServicesMsg.h"
 #include "ZORSettingRepository.h"
 #include "ZORUuid.h"
@@ -60,8 +61,8 @@ extern "C" int fclose(std::FILE* ioStream)
     return failClose ? EOF : result;
 }
 
-// Of the framework: how often a repository is saved, how many items are read and written, and what
-// removing an attribute or writing an identifier meets.
+// Of the framework: how often a repository is saved, how many items are read and written, what
+// removing an attribute or writing an identifier meets, and what is entered into the dictionary.
 namespace
 {
 
@@ -136,7 +137,30 @@ extern "C" void UuidText(const ZORUuid* iUuid, char* oText)
     Next<void (*)(const ZORUuid*, char*)>("_ZNK7ZORUuid14UUID_to_chaineEPc")(iUuid, oText);
 }
 
+#define FILL_DICTIONARY "_ZN17ZORFillDictionaryC1EPKcS1_PFP14ZORBaseUnknownS3_E"
+extern "C" void FillDictionary(ZORFillDictionary* oEntry, const char* iClass,
+                               const char* iInterface, ZORCreator iCreator) asm(FILL_DICTIONARY);
+// The interfaces of the services object, in the order in which they were entered.
+static std::vector<std::string>& Entered()
+{
+    static std::vector<std::string> interfaces; // in use before the objects of this file are made
+    return interfaces;
+}
+extern "C" void FillDictionary(ZORFillDictionary* oEntry, const char* iClass,
+                               const char* iInterface, ZORCreator iCreator)
+{
+    if (std::string(iClass) == "ZORDuxServices")
+        Entered().emplace_back(iInterface);
+    Next<void (*)(ZORFillDictionary*, const char*, const char*, ZORCreator)>(FILL_DICTIONARY)(
+        oEntry, iClass, iInterface, iCreator);
+}
+
 using ::testing::ElementsAre;
+
+TEST(ZORDuxServices, EntersItsLifeCycleAndThenItsOperationsWhenTheLibraryIsLoaded)
+{
+    EXPECT_THAT(Entered(), ElementsAre("LifeCycleObject", "ZORIDuxServices"));
+}
 
 TEST(Settings, AreReadAndWrittenAsPairsByEachOperation)
 {
