@@ -8,6 +8,7 @@
 #include "ScopedEnvironment.h"
 #include "SearchLib.h"
 #include "SettingsOperations.h"
+#include "SettingsSite.h"
 #include "ZORDuxServices.h"
 #include "ZORDuxTrace.h"
 #include "ZORLoadExternalSchema.h"
@@ -212,5 +213,25 @@ TEST(ZORLoadExternalSchemaMemory, GivesNothingAndTellsNothingWithoutRoomForItsNa
         EXPECT_TRUE(ScopedMallocShortage::WasMet());
         EXPECT_EQ(result, nullptr) << pieces;
         EXPECT_EQ(error.Text(), "") << pieces;
+    }
+}
+
+TEST(ErrorMemory, RaisingAndTellingLeavesNothingBehind)
+{
+    const SettingsSite site;
+    const std::function<void(ZORDuxServices&)> operations[] = {
+        [](ZORDuxServices& s) { s.GetSetting("", "a settings file of a long name"); },
+        [](ZORDuxServices& s) { s.GetSetting("a setting of a long name", "/tmp"); },
+        [](ZORDuxServices& s) { s.LoadSchema("a schema of a name that no library has"); },
+    };
+    for (const auto& operation : operations) {
+        const auto run = [&] {
+            ZORDuxServices services;
+            operation(services);
+        };
+        // Done once beforehand: what is made for good is there then.
+        const CapturedOutput error(STDERR_FILENO);
+        EXPECT_EQ(EndingOf(run), Ending::Raised);
+        StarveEachAllocation([] {}, [] {}, run, [](Ending) {});
     }
 }

@@ -88,6 +88,7 @@ int ZORError::GetLine() const
 
 void ZORError::Throw(const char* iFile, int iLine)
 {
+    const ZORRaisedError holder(this); // releases this error when there is no memory for the place
     Setup(iFile, iLine);
     throw ZORRaisedError(this);
 }

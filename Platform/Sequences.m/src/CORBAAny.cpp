@@ -22,11 +22,11 @@ using AnySequence = ZORSequenceOf<CORBAAny>;
 
 void RaiseTooLarge(const std::string& iWhat)
 {
-    auto* const error = new ZORInternalError;
+    std::unique_ptr<ZORInternalError> error(new ZORInternalError);
     if (!error)
         throw std::bad_alloc();
     error->SetText((iWhat + " does not fit in an any").c_str());
-    error->Throw("Platform/Sequences.m/src/CORBAAny", __LINE__);
+    error.release()->Throw("Platform/Sequences.m/src/CORBAAny", __LINE__);
 }
 
 // Elements that are in use and for which there is room.

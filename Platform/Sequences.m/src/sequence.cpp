@@ -3,6 +3,7 @@
 #include "ZORInternalError.h"
 
 #include <cctype>
+#include <memory>
 #include <new>
 #include <string>
 
@@ -39,11 +40,11 @@ void sequence::exit(const char* iFormat, int iFirst, int iSecond, int iThird, in
 {
     const std::string text =
         "index out of range: " + Expand(iFormat, {iFirst, iSecond, iThird, iFourth});
-    auto* const error = new ZORInternalError;
+    std::unique_ptr<ZORInternalError> error(new ZORInternalError);
     if (!error)
         throw std::bad_alloc();
     error->SetText(text.c_str());
-    error->Throw("Platform/Sequences.m/src/sequence", __LINE__);
+    error.release()->Throw("Platform/Sequences.m/src/sequence", __LINE__);
 }
 
 void sequence::Assignation(const void*, int) {}

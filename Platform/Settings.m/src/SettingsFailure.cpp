@@ -3,6 +3,7 @@
 #include "ZORSettingError.h"
 
 #include <algorithm>
+#include <memory>
 #include <new>
 #include <system_error>
 
@@ -22,11 +23,11 @@ TextPosition PositionOf(std::string_view iText, std::size_t iOffset)
 
 void RaiseFailure(const std::string& iFile, const std::string& iWhat)
 {
-    auto* const error = new ZORSettingError;
+    std::unique_ptr<ZORSettingError> error(new ZORSettingError);
     if (!error)
         throw std::bad_alloc();
     error->SetText(ZORUnicodeString("settings file " + iFile + ": " + iWhat));
-    error->Throw("Platform/Settings.m/src/SettingsFailure", __LINE__);
+    error.release()->Throw("Platform/Settings.m/src/SettingsFailure", __LINE__);
     throw std::bad_alloc(); // not reached: Throw of this class does not return
 }
 

@@ -3,6 +3,7 @@
 #include "ZORDUXNLSError.h"
 #include "ZORDuxServicesMsg.h"
 
+#include <memory>
 #include <new>
 
 namespace
@@ -23,10 +24,10 @@ constexpr unsigned int kNoCreation = 0x20004;
 template <class... Texts>
 [[noreturn]] void RaiseMessage(unsigned int iId, const char* iFile, int iLine, Texts... iTexts)
 {
-    auto* const error = new ZORDuxServicesMsg(iId);
+    std::unique_ptr<ZORDuxServicesMsg> error(new ZORDuxServicesMsg(iId));
     if (error)
         error->SetParameters(static_cast<int>(sizeof...(iTexts)), iTexts...);
-    Raise(error, iFile, iLine);
+    Raise(error.release(), iFile, iLine);
 }
 
 } // namespace
