@@ -225,9 +225,17 @@ TEST(MethodFrame, OperationsWithoutAGuardedBlockTellNothing)
                     "TheVar = ", [](ZORDuxServices& s) { return s.GetEnv("PATH").Size() == 0; }},
           Operation{"GetSettingSeparator", Form::Short, "_TheSettingSeparator = ",
                     [](ZORDuxServices& s) { return s.GetSettingSeparator().IsEmpty(); }},
-          Operation{"PutSettingSeparator", Form::Short, "iSeparator = ", [](ZORDuxServices& s) {
-                        return s.PutSettingSeparator(";"), true;
-                    }}}) {
+          Operation{"PutSettingSeparator", Form::Short, "iSeparator = ",
+                    [](ZORDuxServices& s) { return s.PutSettingSeparator(";"), true; }},
+          Operation{
+              "GetDynamicObjList", Form::Short, "ObjectType = ",
+              [](ZORDuxServices& s) { return s.GetDynamicObjList("ZORIDuxServices").Size() == 0; }},
+          Operation{"ZORDuxServices", Form::Short, "> ZORDuxServices::ZORDuxServices (",
+                    [](ZORDuxServices& s) { return ZORDuxServices(s).IsNull() == 0; }},
+          Operation{"operator=", Form::Short, "> ZORDuxServices::operator=",
+                    [](ZORDuxServices& s) { return &(s = ZORDuxServices()) == &s; }},
+          Operation{"remove", Form::Short, "> ZORDuxServices::remove",
+                    [](ZORDuxServices& s) { return s.remove(), true; }}}) {
         SCOPED_TRACE(operation.name);
         EXPECT_EQ(MeetAndCatch(operation, new ZORDUXNLSError), "");
     }
