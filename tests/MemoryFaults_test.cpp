@@ -219,9 +219,11 @@ TEST(ZORLoadExternalSchemaMemory, GivesNothingAndTellsNothingWithoutRoomForItsNa
 TEST(ErrorMemory, RaisingAndTellingLeavesNothingBehind)
 {
     const SettingsSite site;
+    site.Write("Damaged", "A =\n");
     const std::function<void(ZORDuxServices&)> operations[] = {
         [](ZORDuxServices& s) { s.GetSetting("", "a settings file of a long name"); },
         [](ZORDuxServices& s) { s.GetSetting("a setting of a long name", "/tmp"); },
+        [](ZORDuxServices& s) { s.GetSetting("a setting of a long name", "Damaged"); },
         [](ZORDuxServices& s) { s.LoadSchema("a schema of a name that no library has"); },
     };
     for (const auto& operation : operations) {

@@ -39,14 +39,14 @@ CatalogText ParseCatalog(const std::string& iFile, std::string_view iBytes)
 {
     if (const std::size_t line = LineOfTooManyDots(iBytes))
         throw CatalogFailure(At(iFile, line, ": more dots than a key can have"));
-    CatalogText texts;
-    try {
-        Collect(texts, "", toml::parse(iBytes));
-    } catch (const toml::parse_error& error) {
-        const toml::source_position where = error.source().begin;
-        throw CatalogFailure(At(iFile, where.line,
-                                ", column " + std::to_string(where.column) + ": " +
-                                    std::string(error.description())));
+    const toml::parse_result parsed = toml::parse(iBytes);
+    if (!parsed) {
+        const toml::source_position where = parsed.error().source().begin;
+        throw CatalogFailure(
+            At(iFile, where.line,
+               ", column " + std::to_string(where.column) + ": " + TomlComplaint(parsed.error())));
     }
+    CatalogText texts;
+    Collect(texts, "", parsed.table());
     return texts;
 }

@@ -59,17 +59,17 @@ private:
     // the damage out.
     bool ReadSound()
     {
-        try {
-            TakeTop(toml::parse(_Text));
+        const toml::parse_result parsed = toml::parse(_Text);
+        if (parsed) {
+            TakeTop(parsed.table());
             return true;
-        } catch (const toml::parse_error& error) {
-            const std::size_t line = error.source().begin.line;
-            if (line != _DamagedLine) // else the end of the file: the same mistake once more
-                Note(line, std::string(error.description()));
-            _DamagedLine = line;
-            BlankOut(line);
-            return false;
         }
+        const std::size_t line = parsed.error().source().begin.line;
+        if (line != _DamagedLine) // else the end of the file: the same mistake once more
+            Note(line, TomlComplaint(parsed.error()));
+        _DamagedLine = line;
+        BlankOut(line);
+        return false;
     }
 
     static bool BeginsTable(std::string_view iLine)

@@ -36,11 +36,11 @@ TextPosition PlaceIn(std::string_view iText, toml::source_position iWhere)
 
 std::optional<TomlDamage> CheckToml(std::string_view iText, std::vector<TomlName>& oNames)
 {
-    try {
-        for (const auto& [name, node] : toml::parse(iText))
-            oNames.push_back({std::string(name.str()), IsTable(node)});
-        return std::nullopt;
-    } catch (const toml::parse_error& error) {
-        return TomlDamage{PlaceIn(iText, error.source().begin), std::string(error.description())};
-    }
+    const toml::parse_result parsed = toml::parse(iText);
+    if (!parsed)
+        return TomlDamage{PlaceIn(iText, parsed.error().source().begin),
+                          TomlComplaint(parsed.error())};
+    for (const auto& [name, node] : parsed.table())
+        oNames.push_back({std::string(name.str()), IsTable(node)});
+    return std::nullopt;
 }

@@ -4,6 +4,7 @@
 // place of its own header; it is heavy. TomlLibrary.cpp compiles what is in it, once.
 
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 #pragma push_macro("NDEBUG")
@@ -15,6 +16,8 @@
 #define TOML_HEADER_ONLY 0
 #define TOML_ENABLE_FORMATTERS 0
 #define TOML_ENABLE_UNRELEASED_FEATURES 0
+// Damage is told by the result: to make its exception without memory would end the process.
+#define TOML_EXCEPTIONS 0
 
 // Its tables of characters do promise the compiler that some characters never come (U+FEF7 is one),
 // but a text may hold any: there the answer is that they are not of that kind.
@@ -28,3 +31,9 @@
 #include <toml++/toml.h>
 
 #pragma pop_macro("NDEBUG")
+
+// What is wrong with the text, up to a NUL that it quotes.
+inline std::string TomlComplaint(const toml::parse_error& iError)
+{
+    return iError.description().data();
+}
