@@ -308,6 +308,14 @@ TEST(SearchPath, ReplacesAnEntryByASetting)
     EXPECT_EQ(Search("plate"), site / "opt/x/plate");
 }
 
+TEST(SearchPath, AnEntryOfAMissingSettingIsNoDirectory)
+{
+    const Site site;
+    site.File("$$OTHER/plate");
+    site.SearchPath("$$OTHER");
+    EXPECT_EQ(Search("plate"), "");
+}
+
 TEST(SearchPath, NamesASettingByTheWholeEntry)
 {
     const Site site;

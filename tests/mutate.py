@@ -57,7 +57,7 @@ TESTS = {
     "MethodFrame": "MethodFrame " + SERVICES,
     "ObjInMemory": "ObjInMemory ZORConfigServices",
     "PathList": "ZORDuxServicesPaths",
-    "ServicesErrors": SERVICES,
+    "ServicesErrors": SERVICES + " ZORLoadExternalSchema",
     "SettingReader": "ZORDuxServicesSettings ZORDuxServicesPaths",
     "VariableReference": "ZORDuxServicesPaths",
     "ZORDuxModel": "ZORDuxModel ComponentMemory",

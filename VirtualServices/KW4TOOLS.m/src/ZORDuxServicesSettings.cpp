@@ -7,6 +7,7 @@
 #include "ZORSettingRepository.h"
 #include "ZORString.h"
 
+#include <iterator>
 #include <memory>
 
 namespace
@@ -142,7 +143,7 @@ ZORListValZORUnicodeString ZORDuxServices::ListOfSettingVariables(const ZORUnico
         ZORString stored;
         ZORBaseUnknown* items[] = {&stored};
         while (const char* const attribute = attributes.Next()) {
-            repository->ReadSetting(attribute, items, 1);
+            repository->ReadSetting(attribute, items, std::ssize(items));
             ZORUnicodeString name(stored.ConvertToChar());
             frame.Value("Name", name);
             names.Append(std::move(name));
