@@ -115,6 +115,15 @@ TEST(GetSecurity, EachCallMakesAnotherObjectOwnedByItsHandleAlone)
     EXPECT_EQ(Guard::alive, 0);
 }
 
+TEST(GetSecurity, MakesAnObjectOfTheClassDUXWhereThereIsOne)
+{
+    ZORRegisterClass("DUX", ZORKindImplementation, ZORObject::MetaObject());
+    const ZORFillDictionary ofTheClass("DUX", "ZORIDuxSecurity", CreateGuard);
+    const ZORIDuxSecurity_var security = GetSecurity();
+    ASSERT_TRUE(security);
+    EXPECT_STREQ(ZORBaseUnknown_var(security)->IsA(), "DUX");
+}
+
 TEST(GetSecurity, AnErrorOfTheFamilyIsToldAndGoesOn)
 {
     const Dictionary dictionary("CreateRaising");

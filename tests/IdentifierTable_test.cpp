@@ -184,10 +184,32 @@ TEST(Identifier, IsTheSameWhenLengthAndAllOctetsAre)
     }
 }
 
+// One of each length that is read in a way of its own.
 TEST(IdentifierHash, IsTheSameInEveryProcess)
 {
+    const std::string octets = "plate-0000000001 of the left wing, front";
     EXPECT_EQ(IdentifierHash()({}), IdentifierHash()(View("")));
-    EXPECT_EQ(IdentifierHash()(View("plate-0000000001")), 18437299830720660311u);
+    const std::pair<std::size_t, std::uint64_t> rows[] = {
+        {0, 8674397649689524821u},   {1, 8662640117978118972u},   {3, 4610483659671961514u},
+        {4, 11799159381742793255u},  {7, 1225352163228768863u},   {8, 2811274031065743742u},
+        {15, 10744718217816897416u}, {16, 18437299830720660311u}, {17, 13726143527957530283u},
+        {32, 17061790852986137747u}, {33, 10232370878390109673u}, {40, 13208867568409859742u},
+    };
+    for (const auto& [count, hash] : rows)
+        EXPECT_EQ(IdentifierHash()(View(octets.substr(0, count))), hash) << count;
+}
+
+TEST(IdentifierHash, DoesNotDependOnWhatStandsBesideTheOctets)
+{
+    for (std::size_t count = 0; count <= 40; ++count) {
+        const std::string octets(count, 'p');
+        const std::string left = "aaaaaaaa" + octets + "aaaaaaaa";
+        const std::string right = "bbbbbbbb" + octets + "bbbbbbbb";
+        const auto within = [&](const std::string& text) {
+            return Identifier{reinterpret_cast<const unsigned char*>(text.data()) + 8, count};
+        };
+        EXPECT_EQ(IdentifierHash()(within(left)), IdentifierHash()(within(right))) << count;
+    }
 }
 
 TEST(IdentifierHash, TellsEveryLengthAndEveryOctet)

@@ -160,6 +160,9 @@ TEST(TraceReportMemory, CostsLinesOfTheReportOrTheTrace)
                              char name[] = "Channel";
                              ZORDuxTrace trace(name, nullptr, nullptr, 1);
                              trace.FunctionBegin("Function");
+                             if (_gReport)
+                                 *_gReport << "A line of another module, "
+                                           << "and its end\nMore\n";
                              trace.FunctionEnd();
                          },
                          [&](Ending ending) {
@@ -167,6 +170,8 @@ TEST(TraceReportMemory, CostsLinesOfTheReportOrTheTrace)
                              for (std::string line; std::getline(file, line);) {
                                  EXPECT_THAT(line, MatchesRegex("_DUX Trace .Inactive. : Channel|"
                                                                 "Channel           : Function|"
+                                                                "A line of another module, and its "
+                                                                "end|More|"
                                                                 "Total trace number = [01]"));
                              }
                              EXPECT_NE(ending, Ending::Raised);

@@ -3,6 +3,7 @@
 #include "ScopedDirectory.h"
 #include "ScopedEnvironment.h"
 
+#include <cstdlib>
 #include <gtest/gtest.h>
 #include <optional>
 #include <string>
@@ -77,6 +78,17 @@ TEST(SearchLib, FindsNothingWithoutTheVariable)
         const ScopedEnvironment path(kVariable, value);
         EXPECT_EQ(Search("libFoo.so"), std::nullopt);
     }
+}
+
+TEST(SearchLib, EndsWithTheVariable)
+{
+    const ScopedDirectory place;
+    place.Write("behind/libFoo.so", "");
+    const ScopedWorkingDirectory here(place.Path());
+    const ScopedEnvironment path(kVariable, std::nullopt);
+    static char variable[] = "LD_LIBRARY_PATH=a\0behind";
+    ASSERT_EQ(putenv(variable), 0);
+    EXPECT_EQ(Search("libFoo.so"), std::nullopt);
 }
 
 TEST(SearchLib, TestsExistenceOnly)

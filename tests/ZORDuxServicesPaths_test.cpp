@@ -308,6 +308,14 @@ TEST(SearchPath, ReplacesAnEntryByASetting)
     EXPECT_EQ(Search("plate"), site / "opt/x/plate");
 }
 
+TEST(SearchPath, AnEntryOfAMissingSettingIsNoDirectory)
+{
+    const Site site;
+    site.File("$$OTHER/plate");
+    site.SearchPath("$$OTHER");
+    EXPECT_EQ(Search("plate"), "");
+}
+
 TEST(SearchPath, NamesASettingByTheWholeEntry)
 {
     const Site site;
@@ -546,6 +554,7 @@ TEST(SeekEnv, ExpandsTheFirstVariable)
              // The value goes where the name first stands, which may be before the "$".
              Row{"/data/$a", "/dzta/a"},
              Row{"/KW_VER/$KW_VER", "/5/KW_VER"},
+             Row{"a$a", "za"},
              // The first "$" of the whole goes, be it the value's own.
              Row{"$KW_DOLLAR/x", "x$y/x"},
              Row{"/Q/$Q", "/xy/$Q"},

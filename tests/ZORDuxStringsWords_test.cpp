@@ -35,6 +35,13 @@ std::string Repeat(const std::string& iText, std::size_t iTimes)
 }
 } // namespace
 
+// It has to stand first: what the others set stays.
+TEST(getwsep, TellsABlankForBothAtLoad)
+{
+    EXPECT_EQ(getwsep(0), ' ');
+    EXPECT_EQ(getwsep(-1), ' ');
+}
+
 TEST(Words, AreCountedFoundAndJoined)
 {
     const char* const text = " one  two three ";

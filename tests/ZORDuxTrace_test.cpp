@@ -148,6 +148,18 @@ TEST(ZORDuxTrace, ColoursItsNameInTheRightTerminalWhenAsked)
               "\033[36m1234567890123456\033[37m .");
 }
 
+TEST(ZORDuxTrace, MarksFollowAColouredNameAsAPlainOne)
+{
+    const std::string name = "\033[36mChannel         \033[37m ";
+    EXPECT_EQ(Written(
+                  [](ZORDuxTrace& trace) {
+                      trace.FunctionBegin("Block");
+                      trace << "text\n";
+                  },
+                  {{"TERM", "aixterm"}, {"DUX_TRACE_COLOR", "1"}}),
+              name + "Block() {\n" + name + ": text\n");
+}
+
 TEST(ZORDuxTrace, PrintsTheDetailLevelWhereAsked)
 {
     const auto lines = [](ZORDuxTrace& trace) {

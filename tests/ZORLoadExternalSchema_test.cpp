@@ -156,6 +156,15 @@ TEST(ZORLoadExternalSchema, ALibraryWithoutItsCreationFunctionIsToldAndClosed)
     EXPECT_FALSE(SchemaSite::IsLoaded(path));
 }
 
+// The loader finds such a symbol and has no reason to tell.
+TEST(ZORLoadExternalSchema, ACreationFunctionAtTheNullAddressIsNone)
+{
+    const SchemaSite site;
+    const std::string path = site.Install(kWithoutCreation, "a/libNull.so");
+    EXPECT_EQ(Refused("Null", nullptr, 0x20004, 262, path, "fctCreateNull"),
+              "Can't find symbol -->fctCreateNullreason =\n");
+}
+
 TEST(ZORLoadExternalSchema, ALibraryWhoseCreationRanIsNeverClosed)
 {
     const SchemaSite site;

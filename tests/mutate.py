@@ -7,7 +7,7 @@ A unit is a source file in VirtualServices/KW4TOOLS.m/src without its ending (no
 Each mutant is one change: a turned or shifted comparison, an off-by-one, another number, text or
 truth value, a negated condition, a dropped statement. The sources are never touched: a mutant is
 compiled from a copy in build/mutate and linked into the library there, and the tests of its unit
-run until one fails. A mutant that does not compile is none.
+run until one fails. A change that does not compile, or to what is compiled to the same, is none.
 
 Results are kept in build/mutate/results.txt and not made again while the file is as it was, so that
 a run may be stopped at any time and goes on where it was. Survivors that change nothing that can be
@@ -36,8 +36,8 @@ LIBRARY = "VirtualServices/KW4TOOLS.m/libKW4TOOLS.so.1.0.0"
 
 STRINGS = "ZORDuxStrings ZORDuxStringsWords ZORDuxStringsModel ZORDuxStringsMemory"
 LISTS = "ZORConfigServices SequenceInterval IdentifierTable"
-SERVICES = ("ZORDuxServices ZORDuxServicesFiles ZORDuxServicesIdentifiers ZORDuxServicesPaths "
-            "ZORDuxServicesSchemas ZORDuxServicesSettings")
+SERVICES = ("ZORDuxServices ZORDuxServicesIdentifiers ZORDuxServicesPaths ZORDuxServicesSchemas "
+            "ZORDuxServicesSettings ZORDuxServicesFiles")
 ADAPTERS = "ZORDuxServices ZORDuxModel LifeCycleTypes"
 STRING_UNITS = ("BytePiece FindWord NewString StrippedPart WordBlocks cswap insert left lower overly pad "
                 "pos qstrip right strip substr subword upper word wordlen wordpos")
@@ -50,13 +50,15 @@ TESTS = {
                                    "TIEZORIDuxModelZORDuxModel",
                                    "TIEZORIDuxServicesZORDuxServices", "ZORIDuxServices")},
     "CompanionComponent": "GetMaskEditor GetSecurity",
-    "CoverageReport": "ZORDuxTrace",
+    "CoverageReport": "ZORDuxTrace MemoryFaults",
     "CreateServices": "ZORDuxServices ComponentMemory",
     "GuardedBlock": "MethodFrame " + SERVICES,
     "LifeCycleTypes": "LifeCycleTypes ZORDuxServices",
     "MethodFrame": "MethodFrame " + SERVICES,
+    "ObjInMemory": "ObjInMemory ZORConfigServices",
     "PathList": "ZORDuxServicesPaths",
-    "ServicesErrors": SERVICES,
+    "ServicesErrors": SERVICES + " ZORLoadExternalSchema",
+    "SettingReader": "ZORDuxServicesSettings ZORDuxServicesPaths",
     "VariableReference": "ZORDuxServicesPaths",
     "ZORDuxModel": "ZORDuxModel ComponentMemory",
     "ZORDuxServices": "ZORDuxServices ComponentMemory LifeCycleTypes",
@@ -170,61 +172,86 @@ def run(command, **more):
 
 
 class Library:
-    """The library of the build directory, and how to make it anew with some sources changed."""
+    """The library of the build directory and the tests, and how to make them anew with some
+    sources changed."""
 
-    def __init__(self):
-        commands = subprocess.run(["ninja", "-C", str(BUILD), "-t", "commands", LIBRARY], check=True,
-                                  capture_output=True, text=True).stdout.splitlines()
-        self.compile = {}
+    def __init__(self, tests):
+        commands = subprocess.run(["ninja", "-C", str(BUILD), "-t", "commands", "KW4TOOLS", *tests],
+                                  check=True, capture_output=True, text=True).stdout.splitlines()
+        self.compile, self.includes, self.unchanged = {}, {}, {}
         for command in commands:
             words = shlex.split(command)
-            if "-c" in words and (source := Path(words[words.index("-c") + 1])).parent == SOURCES:
+            source = Path(words[words.index("-c") + 1]) if "-c" in words else None
+            if source and (source.parent == SOURCES or source.stem in tests):
                 self.compile[source.name] = words
-        self.link = [each for each in commands if " -shared " in each][-1]
+        self.links = {LIBRARY: next(each for each in commands if f" -o {LIBRARY} " in each)}
         shutil.rmtree(COPY, ignore_errors=True)
         COPY.mkdir()
-        for source in SOURCES.iterdir():
+        headers = {file.name for file in SOURCES.glob("*.h")}
+        for source in [*SOURCES.iterdir(), *(ROOT / f"tests/{test}.cpp" for test in tests)]:
             shutil.copy(source, COPY)
+            found = set(re.findall(r'#include "(\w+\.h)"', source.read_text()))
+            self.includes[source.name] = found & headers
+        for test in tests:
+            if self.includes[f"{test}.cpp"]:
+                [link] = [each for each in commands if f" -o tests/{test} " in each]
+                self.links[f"tests/{test}"] = link.split(" && cd ")[0]
+        self.linked = set(self.links)  # those with changes, which a run leaves that was killed
+        self.restore()
 
     def users_of(self, name):
-        """The sources that are compiled with that file in them."""
-        if name.endswith(".cpp"):
-            return [name]
-        users, todo = set(), [name]
-        while todo:
-            header = todo.pop()
-            for source in SOURCES.iterdir():
-                if source.name not in users and f'#include "{header}"' in source.read_text():
-                    users.add(source.name)
-                    if source.suffix == ".h":
-                        todo.append(source.name)
-        return sorted(each for each in users if each.endswith(".cpp"))
+        """What is compiled with that file in it."""
+        users = {name}
+        while more := {each for each, names in self.includes.items() if names & users} - users:
+            users |= more
+        return sorted(users & self.compile.keys())
+
+    def compiled(self, name, ending):
+        """The object made of the copy of a source as it is now; none when it does not compile."""
+        made = COPY / (name + ending)
+        words = [each.replace(str(SOURCES), str(COPY)) for each in self.compile[name]
+                 if each not in ("ccache", "-Werror")] + ["-w"]
+        words[words.index("-o") + 1] = str(made)
+        words[words.index("-c") + 1] = str(COPY / name)
+        words[words.index("-MF") + 1] = str(made) + ".d"
+        return made if run(words, cwd=BUILD).returncode == 0 else None
+
+    def before(self, name):
+        """What the compiler makes of the source itself."""
+        if name not in self.unchanged:
+            self.unchanged[name] = self.compiled(name, ".before.o").read_bytes()
+        return self.unchanged[name]
 
     def make(self, mutant):
-        """Whether it could be made."""
+        """Whether there is such a mutant: it compiles, and to something else."""
+        users = self.users_of(mutant.file.name)
+        before = [self.before(name) for name in users]
         copy = COPY / mutant.file.name
         lines = mutant.file.read_text().splitlines()
         lines[mutant.line - 1] = mutant.new
         copy.write_text("\n".join(lines) + "\n")
         try:
-            link = self.link
-            for name in self.users_of(mutant.file.name):
-                words = list(self.compile[name])
-                object_file = words[words.index("-o") + 1]
-                changed = str(COPY / (name + ".o"))
-                words[words.index("-o") + 1] = changed
-                words[words.index("-c") + 1] = str(COPY / name)
-                words[words.index("-MF") + 1] = changed + ".d"
-                words = [each for each in words if each not in ("ccache", "-Werror")] + ["-w"]
-                if run(words, cwd=BUILD).returncode != 0:
-                    return False
-                link = link.replace(object_file, changed)
-            return run(link, shell=True, cwd=BUILD).returncode == 0
+            made = [self.compiled(name, ".o") for name in users]
         finally:
             shutil.copy(mutant.file, copy)
+        if None in made or [each.read_bytes() for each in made] == before:
+            return False
+        objects = {words[words.index("-o") + 1]: str(each)
+                   for words, each in zip(map(self.compile.get, users), made)}
+        is_made = True
+        for target, link in self.links.items():
+            changed = set(link.split()) & objects.keys()
+            for each in changed:
+                link = link.replace(each, objects[each])
+            if changed or target in self.linked:
+                is_made &= run(link, shell=True, cwd=BUILD).returncode == 0
+            (self.linked.add if changed else self.linked.discard)(target)
+        return is_made
 
     def restore(self):
-        run(self.link, shell=True, cwd=BUILD)
+        for target in self.linked:
+            run(self.links[target], shell=True, cwd=BUILD, check=True)
+        self.linked = set()
 
 
 def tests_of(unit):
@@ -264,27 +291,29 @@ def one_by_one(test):
     return options
 
 
-def ways_of(tests):
-    """How to run each test program: (options, seconds it may take), each in a process of its own.
-    All its tests in one is fastest, where they do not mind."""
-    ways = {}
-    for test in tests:
-        for runs in ([[]], one_by_one(test)):
-            ways[test] = []
-            for options in runs:
-                begin = time.monotonic()
-                if not passes(test, options, 300):
-                    break
-                ways[test].append((options, 5 + 3 * (time.monotonic() - begin)))
-            if len(ways[test]) == len(runs):
-                break
-        else:
+class Ways:
+    """How to run a test program: (options, seconds it may take), each in a process of its own."""
+
+    def __init__(self, test):
+        self.single = [self.way(test, options) for options in one_by_one(test)]
+        if None in self.single:
             sys.exit(f"{test} fails without any change")
-    return ways
+        # All its tests in one process, which is faster, where they do not mind.
+        together = self.way(test, [])
+        self.together = [together] if together else []
+
+    @staticmethod
+    def way(test, options):
+        begin = time.monotonic()
+        passed = passes(test, options, 300)
+        return (options, 5 + 3 * (time.monotonic() - begin)) if passed else None
 
 
 def is_caught(unit, ways):
-    return any(not passes(test, *way) for test in tests_of(unit) for way in ways[test])
+    """A test may see only in a process of its own what those before it would set right."""
+    tests = tests_of(unit)
+    return any(not passes(test, *way) for test in tests for way in ways[test].together) or \
+        any(not passes(test, *way) for test in tests for way in ways[test].single)
 
 
 def known_results():
@@ -297,9 +326,13 @@ def harmless():
     return {line for line in lines if line and not line.startswith("#")}
 
 
-def is_chosen(mutant, share):
-    digest = hashlib.sha256(f"{mutant.key()} {mutant.line}".encode()).digest()
-    return int.from_bytes(digest[:4], "big") % 100 < share
+def chosen_of(unit, share):
+    """That part of the unit's mutants in percent, rounded up: the same each time, and from all
+    over the unit."""
+    mutants = [each for file in sorted(SOURCES.glob(f"{unit}.*")) for each in mutants_of(file)]
+    mutants.sort(key=lambda each: hashlib.sha256(each.key().encode()).digest())
+    return sorted(mutants[:-(-len(mutants) * share // 100)],
+                  key=lambda each: (each.file, each.line))
 
 
 def identity(mutant):
@@ -339,15 +372,13 @@ def main():
     known, named = known_results(), harmless()
     todo, results = [], {}
     for unit in chosen:
-        for file in sorted(SOURCES.glob(f"{unit}.*")):
-            for mutant in mutants_of(file):
-                if not is_chosen(mutant, arguments.share):
-                    continue
-                key = identity(mutant)
-                results[key] = mutant
-                if key not in known or arguments.survivors and known[key] == "survived" \
-                        and mutant.key() not in named:
-                    todo.append((unit, key, mutant))
+        for mutant in chosen_of(unit, arguments.share):
+            key = identity(mutant)
+            results[key] = (unit, mutant)
+            if key not in known or arguments.survivors and known[key] == "survived" \
+                    and mutant.key() not in named:
+                todo.append((unit, key, mutant))
+    signal.signal(signal.SIGTERM, signal.default_int_handler)
     try_all(todo, known, arguments.seconds)
     return report(results, known, named)
 
@@ -357,14 +388,16 @@ def try_all(todo, known, seconds):
         return
     tests = sorted({test for unit, _, _ in todo for test in tests_of(unit)})
     build(tests)
-    library = Library()
-    ways = ways_of(tests)
+    library, ways = Library(tests), {}
     end = time.monotonic() + seconds if seconds else float("inf")
     try:
         with RESULTS.open("a") as log:
             for unit, key, mutant in todo:
                 if time.monotonic() > end:
                     break
+                for test in set(tests_of(unit)) - ways.keys():
+                    library.restore()
+                    ways[test] = Ways(test)
                 if not library.make(mutant):
                     known[key] = "none"
                 else:
@@ -378,21 +411,52 @@ def try_all(todo, known, seconds):
         library.restore()
 
 
+class Tally:
+    """Of a unit, or of all."""
+
+    def __init__(self):
+        self.caught = self.harmless = self.survived = self.left = 0
+
+    def add(self, state, is_named):
+        if state == "caught":
+            self.caught += 1
+        elif state == "survived":
+            self.harmless += is_named
+            self.survived += not is_named
+        elif state is None:
+            self.left += 1
+
+    def made(self):
+        return self.caught + self.harmless + self.survived
+
+    def share(self):
+        matter = self.caught + self.survived
+        return f"{100 * self.caught / matter:.1f} %" if matter else "-"
+
+    def row(self, name):
+        return f"{name:36} {self.made():6} {self.caught:7} {self.harmless:9} {self.survived:9} " \
+               f"{self.share():>8}"
+
+
 def report(results, known, named):
-    states = [known.get(key) for key in results]
-    survivors = [mutant for key, mutant in results.items() if known.get(key) == "survived"]
-    telling = [mutant for mutant in survivors if mutant.key() not in named]
-    caught, harmless_count = states.count("caught"), len(survivors) - len(telling)
-    if telling:
+    tallies, total, survivors = {}, Tally(), []
+    for key, (unit, mutant) in results.items():
+        state, is_named = known.get(key), mutant.key() in named
+        for tally in (tallies.setdefault(unit, Tally()), total):
+            tally.add(state, is_named)
+        if state == "survived" and not is_named:
+            survivors.append(mutant)
+    print(f"\n{'unit':36} {'made':>6} {'caught':>7} {'harmless':>9} {'survived':>9} {'caught':>8}")
+    for unit, tally in tallies.items():
+        print(tally.row(unit))
+    print(total.row("all"))
+    if total.left:
+        print(f"{total.left} are left to try.")
+    if survivors:
         print("\nSurvivors:")
-    for mutant in telling:
+    for mutant in survivors:
         print(mutant.show())
-    made = caught + len(survivors)
-    print(f"{made} mutants made, {caught} caught, {harmless_count} change nothing observable, "
-          f"{len(telling)} survived; {states.count(None)} left to try.")
-    if made > harmless_count:
-        print(f"{100 * caught / (made - harmless_count):.1f} % of those that matter were caught.")
-    return 1 if telling else 0
+    return 1 if survivors else 0
 
 
 if __name__ == "__main__":

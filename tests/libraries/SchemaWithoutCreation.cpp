@@ -4,3 +4,6 @@ extern "C" __attribute__((visibility("default"))) void* fctCreateOther()
 {
     return nullptr;
 }
+
+// Found, and yet null.
+asm(".globl fctCreateNull\n.set fctCreateNull, 0");

@@ -66,7 +66,6 @@ std::streamsize CoverageReport::Lines::xsputn(const char* iText, std::streamsize
 
 void CoverageReport::Lines::Send(std::size_t iLength)
 {
-    if (iLength > 0)
-        _File.Write(_Line.data(), iLength);
+    _File.Write(_Line.data(), iLength);
     _Line.erase(0, iLength);
 }

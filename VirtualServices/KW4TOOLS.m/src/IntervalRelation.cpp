@@ -18,11 +18,11 @@ enum Term { a0, a1, b0, b1, P, Q, Open };
 // has to differ for it to be set at all.
 struct Computed {
     Term beside;
-    int direction; // 0: not computed
+    int direction;
     Term other;
 };
 
-constexpr Computed Unset{a0, 0, a0};
+constexpr Computed Unset{}; // no value of the row is this one
 constexpr Computed Before(Term iBound)
 {
     return {iBound, -1, Open};
@@ -144,15 +144,13 @@ struct TermValues {
 
     void Compute(Term iTerm, const Computed& iBound, std::int32_t iStep)
     {
-        if (iBound.direction == 0)
-            return;
         if (iBound.other != Open && values[iBound.beside] == values[iBound.other])
             return;
         // Unsigned, where wrapping is defined.
         const auto bound = static_cast<std::uint32_t>(values[iBound.beside]);
+        const auto direction = static_cast<std::uint32_t>(iBound.direction);
         const auto step = static_cast<std::uint32_t>(iStep);
-        values[iTerm] =
-            static_cast<std::int32_t>(iBound.direction < 0 ? bound - step : bound + step);
+        values[iTerm] = static_cast<std::int32_t>(bound + direction * step);
     }
 };
 

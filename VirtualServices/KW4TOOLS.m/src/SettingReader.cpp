@@ -3,6 +3,8 @@
 #include "MethodFrame.h"
 #include "ServicesErrors.h"
 
+#include <iterator>
+
 ZORUnicodeString SettingReader::Get(const ZORUnicodeString& iVariableName)
 {
     constexpr int kFileNameEmpty = 801;
@@ -23,7 +25,7 @@ ZORUnicodeString SettingReader::Get(const ZORUnicodeString& iVariableName)
         }
         ZORBaseUnknown* items[] = {nullptr, &_Stored}; // the name, the value
         _Stored = "";
-        _Repository->ReadSetting(iVariableName.ConvertToChar(), items, 2);
+        _Repository->ReadSetting(iVariableName.ConvertToChar(), items, std::ssize(items));
         ZORUnicodeString value(_Stored.ConvertToChar());
         frame.Value("retour", value);
         return value;

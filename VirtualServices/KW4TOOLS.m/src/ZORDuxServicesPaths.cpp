@@ -70,7 +70,7 @@ SplitName Split(MethodFrame& ioFrame, const ZORUnicodeString& iFileName)
     }
     ioFrame.Note("Absolute Naming Mode");
     SplitName name{iFileName.SubString(0, slash),
-                   iFileName.SubString(slash + 1, iFileName.GetLengthInChar() - slash - 1)};
+                   iFileName.SubString(slash + 1, iFileName.GetLengthInChar())};
     ioFrame.Value("ArgDir", name.directory);
     return name;
 }

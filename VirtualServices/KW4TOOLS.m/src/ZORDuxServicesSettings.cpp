@@ -114,7 +114,7 @@ void ZORDuxServices::RemoveSetting(const ZORUnicodeString& iSettingName,
         StoredSetting setting;
         // An attribute that somebody else removed since leaves the items as they are: as no match.
         ZORString noMatch(iSettingName);
-        noMatch.Append("?", 1);
+        noMatch.Append("?");
         while (const char* const attribute = attributes.Next()) {
             setting.name = noMatch;
             setting.Read(*repository, attribute);

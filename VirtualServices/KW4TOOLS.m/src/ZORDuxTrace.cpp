@@ -5,13 +5,16 @@
 #include "ZORUnicodeString.h"
 #include "traput.h"
 
+#include <algorithm>
 #include <climits>
 #include <cmath>
 #include <cstdio>
 #include <cstring>
 #include <iostream>
+#include <iterator>
 #include <memory>
 #include <string>
+#include <string_view>
 
 int ZORDuxTrace::_gInit = 0;
 int ZORDuxTrace::_gLevel = 0;
@@ -168,7 +171,7 @@ ZORDuxTrace* ZORDuxTrace::Current()
 // The marks of a deep block are put in pieces of the buffer's size.
 void ZORDuxTrace::Header()
 {
-    constexpr char kMark[] = ": ";
+    constexpr std::string_view kMark = ": ";
     if (!_LineStart)
         return;
     std::memcpy(BufferAgile, _Header, static_cast<std::size_t>(_HeaderLength));
@@ -176,13 +179,12 @@ void ZORDuxTrace::Header()
     if (_gPrintLevelFlag)
         end += std::snprintf(end, 16, "%04d ", _DetailLevel);
     for (int depth = 0; depth <= _gLevel; ++depth) {
-        if (end + sizeof kMark > BufferAgile + sizeof BufferAgile) {
+        if (end + kMark.size() >= std::end(BufferAgile)) { // a NUL has to follow
             *end = '\0';
             Put(BufferAgile);
             end = BufferAgile;
         }
-        std::memcpy(end, kMark, sizeof kMark - 1);
-        end += sizeof kMark - 1;
+        end = std::copy(kMark.begin(), kMark.end(), end);
     }
     *end = '\0';
     Put(BufferAgile);
