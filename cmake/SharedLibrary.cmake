@@ -61,9 +61,14 @@ function(kw_finish_library target tag)
       string(APPEND names "      \"${line}\";\n")
     endforeach()
   endforeach()
+  set(counts "")
+  if(KW4TOOLS_COVERAGE) # what writes this library's counts down
+    target_link_options(${target} PRIVATE -Wl,--undefined=__gcov_dump)
+    set(counts "\n    __gcov_dump;")
+  endif()
   set(script "${CMAKE_CURRENT_BINARY_DIR}/${target}.map")
   file(CONFIGURE OUTPUT "${script}" @ONLY CONTENT
-    "${tag} {\n  global:\n    extern \"C++\" {\n${names}    };\n  local: *;\n};\n")
+    "${tag} {\n  global:\n    extern \"C++\" {\n${names}    };${counts}\n  local: *;\n};\n")
   target_link_options(${target} PRIVATE "-Wl,--version-script=${script}")
   set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS "${script}")
 

@@ -1,6 +1,7 @@
 #include "CORBAAny.h"
 
 #include "CountedAllocations.h"
+#include "HugeText.h"
 #include "Sequences.h"
 #include "ZORRaisedError.h"
 
@@ -231,6 +232,20 @@ TEST(CORBAAny, RefusesALongBeyond32BitsAndIsAsItWas)
         }
         EXPECT_EQ(Told(any), '"' + Large('b') + '"');
     }
+}
+
+TEST(CORBAAny, RefusesATextWhoseLengthHasNo32BitsAndIsAsItWas)
+{
+    const HugeText huge;
+    CORBAAny any = HoldingOctets(Large('b'));
+    try {
+        any << huge;
+        FAIL() << "it was taken";
+    } catch (const ZORRaisedError& raised) {
+        EXPECT_STREQ(raised.Error().IsA(), "ZORInternalError");
+        EXPECT_THAT(raised.Error().GetMessage(0).ConvertToChar(), HasSubstr("3000000000"));
+    }
+    EXPECT_EQ(Told(any), '"' + Large('b') + '"');
 }
 
 TEST(CORBAAny, HoldsEveryDouble)

@@ -114,6 +114,7 @@ TEST(IntervalDrawing, ReadsTheValuesInPairsAndTheLastOfAnOddNumberAsOpen)
 
 TEST(IntervalDrawing, ReadsTheOpenPieceFirstWhereTheFirstIntervalIsCutByAnOpenOne)
 {
+    EXPECT_THAT(PiecesOf(6, {}), IsEmpty());
     EXPECT_THAT(PiecesOf(6, {6, 1, 2}), ElementsAre(DrawnInterval{6, kOpen}, DrawnInterval{1, 2}));
 }
 

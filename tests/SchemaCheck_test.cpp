@@ -4,6 +4,7 @@
 #include "CreateServices.h"
 #include "DynamicSymbols.h"
 #include "SchemaSite.h"
+#include "ScopedEnvironment.h"
 
 #include <algorithm>
 #include <gmock/gmock.h>
@@ -46,6 +47,18 @@ TEST(SchemaCheck, TellsEverySymbolThatIsMissingAndRunsNothing)
     std::sort(missing.begin(), missing.end());
     EXPECT_THAT(missing, ElementsAre("symbol nowhereFunction", "symbol nowhereVariable",
                                      "symbol site::Nowhere(char const*) (_ZN4site7NowhereEPKc)"));
+}
+
+TEST(SchemaCheck, WhatTheUserAsksTheLoaderToTellDoesNotCount)
+{
+    const SchemaSite site;
+    site.Install(KW_SCHEMA_DEPENDENT, "a/libDependent.so");
+    // "help" has the loader tell what it can tell, and nothing else.
+    for (const char* const asked : {"help", "all"}) {
+        const ScopedEnvironment debug("LD_DEBUG", asked);
+        EXPECT_THAT(Missing("Dependent"),
+                    ElementsAre("dependency libSchemaDependency.so", "symbol depended"));
+    }
 }
 
 TEST(SchemaCheck, TellsADependencyThatIsMissingAndItsSymbols)

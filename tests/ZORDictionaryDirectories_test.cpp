@@ -391,6 +391,18 @@ TEST(ZORDictionaryDirectories, AFileFullOfMistakesIsLeftOut)
     EXPECT_THAT(errors.Text(), HasSubstr("too many mistakes: the file is left out"));
 }
 
+TEST(ZORDictionaryDirectories, TellsOfEachItemOfAListThatIsNoTable)
+{
+    const Dictionary dictionary;
+    const std::string file = dictionary.Write(
+        "list.toml",
+        "adapter = [ 7,\n{class = \"Ok\", interface = \"IListed\", library = \"l\"},\n[] ]\n");
+    const CapturedOutput errors(2);
+    EXPECT_THAT(Supported("IListed"), ElementsAre("Ok"));
+    const std::string what = ": an entry is a table [[adapter]]\n";
+    EXPECT_EQ(errors.Text(), file + ": line 1" + what + file + ": line 3" + what);
+}
+
 TEST(ZORDictionaryDirectories, AnEndlessLineIsAMistake)
 {
     const Dictionary dictionary;

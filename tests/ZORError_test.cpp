@@ -161,6 +161,26 @@ TEST(ZORError, AClonedErrorIsOneOfItsOwn)
     EXPECT_NE(Message(*clone, 0), Message(error, 0));
 }
 
+TEST(ZORError, TheBaseClassClonesItselfToo)
+{
+    ZORError error(5);
+    error.SetText("one").Setup("some/File", 3);
+    const auto clone = ZORHandle<ZORError>::Adopt(error.CloneSelf());
+    EXPECT_STREQ(clone->IsA(), "ZORError");
+    EXPECT_EQ(clone->GetId(), 5U);
+    EXPECT_EQ(Message(*clone, 0), "one");
+    EXPECT_EQ(History(*clone), History(error));
+}
+
+TEST(ZORError, HasNoPlaceBeforeItIsRaised)
+{
+    ZORInternalError error;
+    EXPECT_EQ(error.GetFile(), nullptr);
+    EXPECT_EQ(error.GetLine(), 0);
+    EXPECT_EQ(Message(error, 0), "ZORInternalError never raised");
+    EXPECT_EQ(History(error), "");
+}
+
 TEST(ZORError, TakesParametersByNumber)
 {
     ZORInternalError error;

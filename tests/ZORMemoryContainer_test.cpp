@@ -1,11 +1,13 @@
 #include "ZORMemoryContainer.h"
 
+#include "CountedAllocations.h"
 #include "ZORObject.h"
 #include "ZORTie.h"
 
 #include <algorithm>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <new>
 #include <random>
 #include <vector>
 
@@ -111,6 +113,23 @@ TEST(ZORMemoryContainer, HoldsItsMembersAndLetsGoOfThem)
     const Any kept = container->GetMember(1);
     container = nullptr;
     EXPECT_EQ(Screw::alive, 1);
+}
+
+TEST(ZORMemoryContainer, LackOfMemoryOnAddingChangesNothing)
+{
+    const Any screw = Any::Adopt(new Screw);
+    int added = 0;
+    for (long granted = 0; added == 0; ++granted) {
+        ASSERT_LT(granted, 10);
+        const ZORIContainer_var container = MakeContainer();
+        try {
+            const ScopedMemoryShortage shortage(granted);
+            added = container->AddMember(screw.Get());
+        } catch (const std::bad_alloc&) {
+            EXPECT_EQ(container->CountMembers(), 0) << granted;
+            EXPECT_EQ(container->AddMember(screw.Get()), 1) << granted;
+        }
+    }
 }
 
 TEST(ZORMemoryContainer, AsAnInterfaceOfAnObjectSharesItsLife)

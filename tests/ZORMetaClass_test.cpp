@@ -137,6 +137,25 @@ TEST(ZORDictionary, TakesAnEntryWithACreatorByHand)
     EXPECT_THAT(Supported("ITurning"), ElementsAre("Hub"));
 }
 
+TEST(ZORDictionary, ANullArgumentGivesNoEntry)
+{
+    ZORMetaClass* const axle = ZORRegisterClass("Axle", ZORKindImplementation, nullptr);
+    const GUID other = fct_CreateCLSID();
+    const GUID* const kind = &CLSID_ZORMetaClass;
+    AddDictionary(other, kind, "Axle", nullptr, nullptr, nullptr, nullptr, 0);
+    AddDictionary(other, nullptr, "Axle", nullptr, nullptr, axle, nullptr, 0);
+    AddDictionary(other, &other, "Axle", nullptr, nullptr, axle, nullptr, 0);
+    EXPECT_EQ(QueryMetaObject(other), nullptr);
+    AddDictionary(other, kind, "Axle", nullptr, nullptr, axle, nullptr, 0);
+    EXPECT_EQ(QueryMetaObject(other), axle);
+
+    AddDictionary(other, nullptr, "Axle", "IBearing", nullptr, nullptr, nullptr, 0);
+    AddDictionary(other, nullptr, nullptr, "IBearing", CreateNothing, nullptr, nullptr, 0);
+    AddDictionary(other, nullptr, "Axle", nullptr, CreateNothing, nullptr, nullptr, 0);
+    EXPECT_THAT(Supported("IBearing"), IsEmpty());
+    EXPECT_EQ(RemoveDictionary("Axle", nullptr), 0);
+}
+
 TEST(FctCreateClsid, NeverMakesTheSameIdentifierTwice)
 {
     std::set<std::array<std::uint8_t, 16>> made;

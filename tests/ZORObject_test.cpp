@@ -181,4 +181,8 @@ TEST(ZORObject, ACopyIsOfTheSameTypeAndHasTheName)
     *other = *object;
     EXPECT_STREQ(other->IsA(), "Windlass");
     EXPECT_EQ(other->GetName(), "left");
+    const ZORObject& itself = *other;
+    *other = itself;
+    EXPECT_STREQ(other->IsA(), "Windlass");
+    EXPECT_EQ(other->GetName(), "left");
 }

@@ -4,11 +4,14 @@
 #include "RepositorySite.h"
 #include "WatchedChild.h"
 
+#include <cstdint>
 #include <fcntl.h>
+#include <functional>
 #include <sys/stat.h>
 #include <sys/syscall.h>
 #include <time.h>
 #include <unistd.h>
+#include <utility>
 
 // The clock and the times of files that stand below stand in for the C library's in this program,
 // and so in the platform.
@@ -17,6 +20,9 @@ namespace
 
 // A clock that ticks this seldom, as that of file systems does on many kernels; 0: the real one.
 long theTick = 0; // in nanoseconds
+
+// What happens to a file right after somebody has looked how large it is.
+std::function<void()> theChange;
 
 void Coarsen(timespec& ioTime)
 {
@@ -37,7 +43,10 @@ extern "C" {
 
 int fstat(int iFile, struct stat* oStatus) noexcept
 {
-    return WithCoarseTimes(syscall(SYS_fstat, iFile, oStatus), *oStatus);
+    const long result = syscall(SYS_fstat, iFile, oStatus);
+    if (theChange && S_ISREG(oStatus->st_mode))
+        std::exchange(theChange, nullptr)();
+    return WithCoarseTimes(result, *oStatus);
 }
 
 int stat(const char* iPath, struct stat* oStatus) noexcept
@@ -168,4 +177,30 @@ TEST(ZORSettingRepositoryFaults, SeesAChangeOfTheSameLengthWithinOneTickOfTheClo
         ASSERT_EQ(site.Get("A"), value);
     }
     theTick = 0;
+}
+
+TEST(ZORSettingRepositoryFaults, ReadsAFileThatGrowsMeanwhile)
+{
+    const RepositorySite site;
+    site.SetBytes("A = \"1\"\n");
+    for (const std::string more :
+         {"B = \"2\"\n", "# a remark that is longer than all the rest\n"}) {
+        const std::string grown = site.Bytes() + more;
+        theChange = [&] { site.SetBytes(grown); };
+        EXPECT_EQ(site.Get("A"), "1");
+        EXPECT_FALSE(theChange);
+        EXPECT_EQ(site.Get("B"), "2");
+        site.Put("A", "1");
+        EXPECT_EQ(site.Bytes(), grown);
+    }
+}
+
+// Before all of it is in memory, which it has no room in.
+TEST(ZORSettingRepositoryFaults, RefusesAFileThatGrowsTooLargeMeanwhile)
+{
+    const RepositorySite site;
+    site.SetBytes("A = \"1\"\n");
+    theChange = [&] { std::filesystem::resize_file(site / "site.toml", std::uintmax_t{1} << 40); };
+    EXPECT_THAT(ErrorOf([&] { site.Get("A"); }),
+                testing::Optional(testing::HasSubstr("it is larger than 64 MiB")));
 }

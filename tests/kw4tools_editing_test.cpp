@@ -97,6 +97,41 @@ TEST(kw4tools_editing, TakesTheEditorWithItsArgumentsVisualFirst)
     EXPECT_EQ(editing.Run().out, "--wait two words\n");
 }
 
+TEST(kw4tools_editing, TakesViWhereNoEditorIsSet)
+{
+    Editing editing("true");
+    const std::string vi = editing.Program().Site().Write("vi", "#!/bin/sh\necho 'B = 2' >> $1\n");
+    chmod(vi.c_str(), 0700);
+    editing.Program()
+        .Run()
+        .Environment("PATH", editing.Program().Site().Path().string() + ":/usr/bin:/bin")
+        .Environment("VISUAL", std::nullopt)
+        .Environment("EDITOR", "");
+    EXPECT_EQ(editing.Run().status, 0);
+    EXPECT_EQ(editing.Bytes(), "A = \"1\" # one\nB = 2\n");
+}
+
+TEST(kw4tools_editing, SavesNothingWhenTheEditorTakesTheTextAway)
+{
+    const Editing editing("rm \"$1\"");
+    const auto [status, out, err] = editing.Run();
+    EXPECT_EQ(status, 2);
+    EXPECT_EQ(out, "");
+    EXPECT_THAT(err, StartsWith("kw4tools: the editor left no text in "));
+    EXPECT_EQ(editing.Bytes(), "A = \"1\" # one\n");
+}
+
+TEST(kw4tools_editing, NeedsADirectoryForTheCopy)
+{
+    Editing editing("echo 'B = 2' >> \"$1\"");
+    editing.Program().Run().Environment("TMPDIR", "/proc");
+    const auto [status, out, err] = editing.Run();
+    EXPECT_EQ(status, 2);
+    EXPECT_THAT(err, AllOf(StartsWith("kw4tools: cannot make the directory /proc/kw4tools-"),
+                           HasSubstr(" for the copy: ")));
+    EXPECT_EQ(editing.Bytes(), "A = \"1\" # one\n");
+}
+
 TEST(kw4tools_editing, RefusesADamagedTextAndKeepsIt)
 {
     const Editing editing("printf 'A = 1\\nB = \\n' > \"$1\"");

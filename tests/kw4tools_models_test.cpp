@@ -20,8 +20,8 @@ public:
     {
         Site().Write(iName + ".c", iSource);
         const std::string command = "cd '" + Site().Path().string() + "' && " KW_C_COMPILER +
-                                    " -shared -fPIC -o lib" + iName + ".so " + iName + ".c " +
-                                    iOptions;
+                                    " -shared -fPIC -o lib" + iName + ".so " + iOptions + " " +
+                                    iName + ".c";
         ASSERT_EQ(std::system(command.c_str()), 0) << command;
     }
 };
@@ -91,12 +91,39 @@ TEST(kw4tools_schema, LoadTellsWhatIsWrong)
     }
 }
 
+TEST(kw4tools_schema, LoadTellsWhatTheCreationFunctionRaises)
+{
+    Schemas program;
+    const std::string asCpp = "-x c++";
+    program.Compile("Licence",
+                    "#include <stdexcept>\nextern \"C\" " +
+                        Creation("Licence", "throw std::runtime_error(\"no licence\");"),
+                    asCpp);
+    program.Compile("Number", "extern \"C\" " + Creation("Number", "throw 7;"), asCpp);
+    const struct {
+        const char* schema;
+        const char* told;
+    } rows[] = {
+        {"Licence", "kw4tools: no licence\n"},
+        {"Number", "kw4tools: something unknown was raised\n"},
+    };
+    for (const auto& row : rows) {
+        const auto [status, out, err] = program({"schema", "load", row.schema});
+        EXPECT_EQ(status, 2);
+        EXPECT_EQ(out, "");
+        EXPECT_THAT(err, HasSubstr(row.told));
+        EXPECT_THAT(err, HasSubstr(std::string("'") + row.schema + "' was not loaded"));
+    }
+}
+
 TEST(kw4tools_schema, CheckPrintsAllThatIsMissing)
 {
     Schemas program;
     program.Compile("Good", Creation("Good", ""));
     program.Compile("Idle", "int other;");
     program.Compile("Lacking", "void One(void);\nvoid other(void) { One(); }\n");
+    program.Compile("Bound", "__attribute__((visibility(\"protected\"))) " + Creation("Bound", ""));
+    program.Compile("Own", "__attribute__((visibility(\"hidden\"))) " + Creation("Own", ""));
     const struct {
         const char* schema;
         const char* missing;
@@ -105,6 +132,8 @@ TEST(kw4tools_schema, CheckPrintsAllThatIsMissing)
         {"Idle", "creation function fctCreateIdle\n"},
         {"Lacking", "symbol One\ncreation function fctCreateLacking\n"},
         {"Nothing", "library libNothing.so\n"},
+        {"Bound", ""},
+        {"Own", "creation function fctCreateOwn\n"},
     };
     for (const auto& row : rows) {
         const auto [status, out, err] = program({"schema", "check", row.schema});

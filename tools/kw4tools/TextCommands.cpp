@@ -116,8 +116,7 @@ public:
             given.push_back({parameter.name, &command.Argument(parameter.name, parameter.help)});
         command.Example(std::string("kw4tools text ") + iName + " " + iExample);
         command.Does([&separator = _Separator, given, iFunction, iReturns](Session& ioSession) {
-            if (separator)
-                setwsep(SingleCharacter("--wsep", *separator));
+            UseSeparator(separator);
             return Call(ioSession, iFunction, given, iReturns,
                         std::index_sequence_for<Parameters...>());
         });
@@ -148,6 +147,12 @@ private:
         const char* name;
         const std::string* text;
     };
+
+    static void UseSeparator(const std::optional<std::string>& iSeparator)
+    {
+        if (iSeparator)
+            setwsep(SingleCharacter("--wsep", *iSeparator));
+    }
 
     template <class Result, class... Parameters, std::size_t... kIndex>
     static Status Call(Session& ioSession, Result (*iFunction)(Parameters...),
