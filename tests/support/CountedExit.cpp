@@ -23,7 +23,7 @@ const Dump theDumps[] = {DumpOf("libZORPLATFORM.so.1"), DumpOf("libKW4TOOLS.so.1
 
 } // namespace
 
-extern "C" [[noreturn]] void _exit(int iStatus)
+extern "C" void _exit(int iStatus)
 {
     for (const Dump dump : theDumps)
         if (dump)
@@ -32,7 +32,7 @@ extern "C" [[noreturn]] void _exit(int iStatus)
         syscall(SYS_exit_group, iStatus);
 }
 
-extern "C" [[noreturn]] void _Exit(int iStatus) noexcept
+extern "C" void _Exit(int iStatus) noexcept
 {
     _exit(iStatus);
 }
