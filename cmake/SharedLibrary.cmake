@@ -62,9 +62,9 @@ function(kw_finish_library target tag)
     endforeach()
   endforeach()
   set(counts "")
-  if(KW4TOOLS_COVERAGE) # what writes this library's counts down
-    target_link_options(${target} PRIVATE -Wl,--undefined=__gcov_dump)
-    set(counts "\n    __gcov_dump;")
+  if(KW4TOOLS_COVERAGE)
+    target_sources(${target} PRIVATE "${PROJECT_SOURCE_DIR}/tests/support/CountedLibrary.cpp")
+    set(counts "\n    WriteCounts;")
   endif()
   set(script "${CMAKE_CURRENT_BINARY_DIR}/${target}.map")
   file(CONFIGURE OUTPUT "${script}" @ONLY CONTENT

@@ -16,7 +16,7 @@ using Dump = void (*)();
 Dump DumpOf(const char* iLibrary)
 {
     void* const library = dlopen(iLibrary, RTLD_LAZY | RTLD_NOLOAD);
-    return library ? reinterpret_cast<Dump>(dlsym(library, "__gcov_dump")) : nullptr;
+    return library ? reinterpret_cast<Dump>(dlsym(library, "WriteCounts")) : nullptr;
 }
 
 const Dump theDumps[] = {DumpOf("libZORPLATFORM.so.1"), DumpOf("libKW4TOOLS.so.1"), __gcov_dump};
