@@ -84,6 +84,8 @@ TEST(kw4tools_json, ComparesIntervals)
     EXPECT_EQ(program.Result({"interval", "1:10", "3", "--json"}),
               "{\"code\":6,\"result\":[11,1,2],"
               "\"pieces\":[{\"start\":11,\"end\":null},{\"start\":1,\"end\":2}]}\n");
+    EXPECT_EQ(program.Result({"interval", "-3:10", "0:10", "--json"}),
+              "{\"code\":2,\"result\":null,\"pieces\":[]}\n");
     EXPECT_THAT(program.Result({"interval", "1:10", "1:10", "--json"}), StartsWith("{\"code\":"));
 }
 

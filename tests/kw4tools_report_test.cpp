@@ -72,6 +72,9 @@ TEST(kw4tools_report, ReadsAReportThatHasNoEndYet)
     const Kw4tools program;
     program.Site().Write("run", "_DUX Trace            :search\nsearch            : Open\n");
     EXPECT_EQ(program.Result({"report", "run"}), "       1  search  Open\n");
+    program.Site().Write("torn", "search            : Open\nsearch            : Re");
+    EXPECT_EQ(program.Result({"report", "torn"}), "       1  search  Open\n"
+                                                  "       1  search  Re\n");
     program.Site().Write("empty", "");
     EXPECT_EQ(program.Result({"report", "empty"}), "");
 }

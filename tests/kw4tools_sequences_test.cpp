@@ -91,7 +91,7 @@ TEST(kw4tools_ids, IntersectAndSubtractKeepTheOrderOfTheFirst)
 TEST(kw4tools_ids, TestsPrintAndExit)
 {
     const Kw4tools program;
-    program.Site().Write("list", "1f80\r\n 00 ff \n");
+    program.Site().Write("list", "1f80\r\n 00\tff \n");
     const struct {
         Kw4tools::Arguments arguments;
         bool yes;
@@ -126,11 +126,13 @@ TEST(kw4tools_ids, TellsWhatIsNoIdentifierAndWhatCannotBeRead)
 {
     const Kw4tools program;
     program.Site().Write("list", "1f\n1\n");
+    program.Site().Write("nul", std::string("1f\n\0\0\n", 6));
     const struct {
         Kw4tools::Arguments arguments;
         const char* problem;
     } rows[] = {
         {{"unique", "list"}, "line 2 of 'list' is no identifier"},
+        {{"unique", "nul"}, "line 2 of 'nul' is no identifier"},
         {{"unique", "missing"}, "'missing' cannot be opened for reading: No such file"},
         {{"unique", "."}, "'.' cannot be read: Is a directory"},
         {{"contains", "list", "xy"}, "ID is 'xy', which is no identifier"},
