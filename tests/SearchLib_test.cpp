@@ -72,6 +72,7 @@ TEST(SearchLib, AnEmptyDirectoryIsNotTheRoot)
 TEST(SearchLib, FindsNothingWithoutTheVariable)
 {
     const ScopedDirectory place;
+    place.Write("~/libFoo.so", ""); // no home either
     const ScopedWorkingDirectory here(place.Path());
     using Value = std::optional<std::string>;
     for (const Value& value : {Value(), Value(""), Value(":::")}) {

@@ -12,6 +12,7 @@
 #include <climits>
 #include <cmath>
 #include <csignal>
+#include <cstdio>
 #include <fstream>
 #include <functional>
 #include <limits>
@@ -364,7 +365,8 @@ TEST(ZORDuxTrace, LongTextsAndDeepBlocksAreNotCut)
     }
 }
 
-// With and without the level, whose length is odd: the marks then end at the buffer's last byte.
+// With and without the level, whose length is odd: the marks then end at the buffer's last byte,
+// which is for the NUL.
 TEST(ZORDuxTrace, MarksOfEveryDepthAroundTheBuffersSizeAreWhole)
 {
     for (const std::string level : {"", "0000 "}) {
@@ -373,6 +375,8 @@ TEST(ZORDuxTrace, MarksOfEveryDepthAroundTheBuffersSizeAreWhole)
                 for (int depth = 490; depth < 530; ++depth) {
                     ZORDuxTrace::_gLevel = depth - 1;
                     trace << "x\n";
+                    if (BufferAgile[sizeof BufferAgile - 1] != '\0')
+                        std::fputs("text up to the buffer's last byte", stderr);
                 }
             },
             {{"DUX_TRACE_LEVEL", level.empty() ? std::nullopt : std::optional<std::string>("1")}});

@@ -380,6 +380,9 @@ def main():
                 todo.append((unit, key, mutant))
     signal.signal(signal.SIGTERM, signal.default_int_handler)
     try_all(todo, known, arguments.seconds)
+    everything = {each.key() for unit in units() for each in chosen_of(unit, 100)}
+    for key in sorted(named - everything):
+        print(f"tests/mutants.txt names what is no mutant now: {key}")
     return report(results, known, named)
 
 
