@@ -7,6 +7,7 @@
 #include "ScopedEnvironment.h"
 #include "ZORCallbackManager.h"
 #include "ZORConfigServices.h"
+#include "ZOREventSubscriber.h"
 #include "ZORObject.h"
 #include "ZORTie.h"
 #include "settings_rows.h"
@@ -202,14 +203,14 @@ void TakeEventsBack(benchmark::State& ioState, long iSize)
     const std::vector<std::string> events = Names("PartChanged", iSize);
     std::vector<std::string> order = events;
     std::sort(order.begin(), order.end());
-    ZORBaseUnknown subscriber;
+    ZOREventSubscriber subscriber;
     long taken = 0;
     Measure(ioState, [&] {
         ZORCallbackManager manager;
         for (const std::string& each : events)
-            manager.AddCallback(each.c_str(), CountCall, nullptr, &subscriber);
+            subscriber.AddCallback(&manager, each.c_str(), CountCall, nullptr);
         for (const std::string& each : order)
-            taken += manager.RemoveCallbacksOn(each.c_str(), &subscriber);
+            taken += subscriber.RemoveCallbacksOn(&manager, each.c_str());
         return taken == iSize;
     });
 }

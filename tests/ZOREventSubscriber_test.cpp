@@ -179,6 +179,27 @@ TEST(ZOREventSubscriber, RemovesTheSubscriptionsOnAllEventsOfAnInterface)
     EXPECT_EQ(view->RemoveSubscriberCallbacks(&at.second), 3);
 }
 
+TEST(ZOREventSubscriber, TakesThousandsOfEventsBackOneByOne)
+{
+    constexpr int kEvents = 10'000;
+    Senders at;
+    const Subscriber view = Make();
+    std::vector<std::string> names;
+    for (int i = 0; i < kEvents; ++i)
+        names.push_back("I" + std::to_string(i));
+    for (const std::string& each : names) {
+        view->AddCallback(&at.first, each.c_str(), Note, &at.calls);
+        view->AddSubscription(&at.first, each.c_str(), "Opened", Note, &at.calls);
+        view->AddSubscription(&at.first, each.c_str(), "Closed", Note, &at.calls);
+    }
+    for (const std::string& each : names) {
+        ASSERT_EQ(view->RemoveCallbacksOn(&at.first, each.c_str()), 1);
+        ASSERT_EQ(view->RemoveSubscriptionsOn(&at.first, each.c_str(), "Opened"), 1);
+        ASSERT_EQ(view->RemoveInterfaceSubscriptions(&at.first, each.c_str()), 1);
+    }
+    EXPECT_EQ(view->RemoveSubscriberCallbacks(&at.first), 0);
+}
+
 TEST(ZOREventSubscriber, TakesItsCallbacksBackWhenItGoes)
 {
     Senders at;
