@@ -179,6 +179,22 @@ TEST(ZOREventSubscriber, RemovesTheSubscriptionsOnAllEventsOfAnInterface)
     EXPECT_EQ(view->RemoveSubscriberCallbacks(&at.second), 3);
 }
 
+TEST(ZOREventSubscriber, TakesCallbacksBackWithoutAnAllocation)
+{
+    ZORCallbackManager manager;
+    const Subscriber view = Make();
+    const char* const event = "an event of a name that is long";
+    for (int i = 0; i < 3; ++i)
+        view->AddCallback(&manager, event, Note, nullptr);
+    const ZORCallback last = view->AddCallback(&manager, "another of a long name", Note, nullptr);
+    view->AddCallback(&manager, "a third one of a long name", Note, nullptr);
+    const CountedAllocations counted;
+    EXPECT_EQ(view->RemoveCallbacksOn(&manager, event), 3);
+    EXPECT_EQ(view->RemoveCallback(&manager, last), 1);
+    EXPECT_EQ(view->RemoveSubscriberCallbacks(&manager), 1);
+    EXPECT_EQ(counted.Count(), 0);
+}
+
 TEST(ZOREventSubscriber, TakesThousandsOfEventsBackOneByOne)
 {
     constexpr int kEvents = 10'000;

@@ -5,9 +5,9 @@
 #include <map>
 #include <set>
 #include <string>
+#include <string_view>
 #include <tuple>
 #include <utility>
-#include <vector>
 
 ZOR_IMPLEMENT_CLASS(ZOREventSubscriber, ZORKindImplementation, ZORBaseUnknown)
 
@@ -27,13 +27,24 @@ struct ZOREventSubscriber::Events {
             const std::shared_ptr<const bool> flag = closed.lock();
             return !flag || *flag;
         }
-        friend bool operator<(const Record& iLeft, const Record& iRight)
+    };
+    using Place = std::tuple<ZORCallbackManager*, std::string_view, ZORCallback>;
+    struct Order {
+        using is_transparent = void;
+
+        static Place Of(const Record& iRecord)
         {
-            return std::tie(iLeft.manager, iLeft.event, iLeft.callback) <
-                   std::tie(iRight.manager, iRight.event, iRight.callback);
+            return {iRecord.manager, iRecord.event, iRecord.callback};
+        }
+        static Place Of(const Place& iPlace) { return iPlace; }
+
+        template <class Left, class Right>
+        bool operator()(const Left& iLeft, const Right& iRight) const
+        {
+            return Of(iLeft) < Of(iRight);
         }
     };
-    using Records = std::set<Record>;
+    using Records = std::set<Record, Order>;
     using Handle = std::pair<ZORCallbackManager*, ZORCallback>;
 
     void Add(Record iRecord)
@@ -58,20 +69,18 @@ struct ZOREventSubscriber::Events {
         return records.erase(iRecord);
     }
 
-    // Takes out the records of a manager from that event on, as long as the event matches, and
-    // returns those of callbacks that it may still have.
-    template <class Matches>
-    std::vector<ZORCallback> TakeOut(ZORCallbackManager* iManager, const std::string& iFirst,
-                                     Matches iMatches)
+    // Takes out the records of a manager from that event on, as long as the event matches. Calls
+    // `iTake` for the callbacks that the manager may still have.
+    template <class Matches, class Take>
+    void TakeOut(ZORCallbackManager* iManager, std::string_view iFirst, Matches iMatches,
+                 Take iTake)
     {
-        std::vector<ZORCallback> taken;
-        auto each = records.lower_bound({iManager, iFirst, 0, {}});
+        auto each = records.lower_bound(Place(iManager, iFirst, 0));
         while (each != records.end() && each->manager == iManager && iMatches(each->event)) {
             if (!each->IsGone())
-                taken.push_back(each->callback);
+                iTake(each->callback);
             each = Erase(each);
         }
-        return taken;
     }
 
     void Sweep()
@@ -166,8 +175,9 @@ int ZOREventSubscriber::RemoveCallbacksOn(ZORCallbackManager* ioManager, const c
     if (!ioManager || !iEvent)
         return 0;
     if (_Events)
-        _Events->TakeOut(ioManager, iEvent,
-                         [&](const std::string& event) { return event == iEvent; });
+        _Events->TakeOut(
+            ioManager, iEvent, [&](std::string_view event) { return event == iEvent; },
+            [](ZORCallback) {});
     return ioManager->RemoveCallbacksOn(iEvent, this);
 }
 
@@ -176,7 +186,8 @@ int ZOREventSubscriber::RemoveSubscriberCallbacks(ZORCallbackManager* ioManager)
     if (!ioManager)
         return 0;
     if (_Events)
-        _Events->TakeOut(ioManager, "", [](const std::string&) { return true; });
+        _Events->TakeOut(
+            ioManager, "", [](std::string_view) { return true; }, [](ZORCallback) {});
     return ioManager->RemoveSubscriberCallbacks(this);
 }
 
@@ -225,10 +236,9 @@ int ZOREventSubscriber::RemoveInterfaceSubscriptions(ZORCallbackManager* ioManag
         return 0;
     const std::string prefix = std::string(iInterface) + kOfInterface;
     int removed = 0;
-    for (const ZORCallback each :
-         _Events->TakeOut(ioManager, prefix,
-                          [&](const std::string& event) { return event.starts_with(prefix); }))
-        removed += ioManager->RemoveCallback(each);
+    _Events->TakeOut(
+        ioManager, prefix, [&](std::string_view event) { return event.starts_with(prefix); },
+        [&](ZORCallback callback) { removed += ioManager->RemoveCallback(callback); });
     return removed;
 }
 
