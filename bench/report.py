@@ -75,7 +75,7 @@ def time_text(time):
 def bytes_text(number):
     for unit, size in (("GB", 1e9), ("MB", 1e6), ("kB", 1e3)):
         if number >= size:
-            return f"{number / size:.3g} {unit}"
+            return f"{number / size:.3g} {unit}" if number < 999.5 * size else f"{number / size:.0f} {unit}"
     return f"{number:.3g} B"
 
 

@@ -17,28 +17,63 @@
 #include <cstring>
 #include <fstream>
 #include <random>
+#include <sys/wait.h>
+#include <unistd.h>
 
 namespace
 {
 
-// Measures `iDo` once, which tells whether the result was right.
+struct Measured {
+    double seconds;
+    double peak; // bytes
+    bool right;
+};
+
+// Does it once; `iDo` tells whether the result was right.
 template <class Do>
-void Measure(benchmark::State& ioState, Do iDo)
+Measured Measure(Do iDo)
 {
-    for ([[maybe_unused]] auto each : ioState) {
-        const PeakMemory memory;
-        const double start = ProcessorTime();
-        const bool right = iDo();
-        ioState.SetIterationTime(ProcessorTime() - start);
-        ioState.counters["peak"] = memory.Bytes();
-        Check(ioState, right);
+    const PeakMemory memory;
+    const double start = ProcessorTime();
+    const bool right = iDo();
+    const double seconds = ProcessorTime() - start;
+    return {seconds, memory.Bytes(), right};
+}
+
+// In a process of its own, in which no other row has left anything.
+template <class Run>
+Measured InChild(Run iRun)
+{
+    int ends[2];
+    Measured measured{};
+    if (pipe(ends) != 0)
+        return measured;
+    const pid_t child = fork();
+    if (child == 0) {
+        const Measured own = iRun();
+        const bool told = write(ends[1], &own, sizeof own) == sizeof own;
+        _exit(told ? 0 : 1);
     }
+    close(ends[1]);
+    if (read(ends[0], &measured, sizeof measured) != sizeof measured)
+        measured.right = false;
+    close(ends[0]);
+    waitpid(child, nullptr, 0);
+    return measured;
 }
 
 template <class Run>
 void ScaleRow(const char* iCase, long iSize, Run iRun)
 {
-    Row(iCase, iSize, "ours", [=](benchmark::State& ioState) { iRun(ioState, iSize); })
+    Row(iCase, iSize, "ours",
+        [=](benchmark::State& ioState) {
+            for ([[maybe_unused]] auto each : ioState) {
+                const Measured measured = InChild([&] { return iRun(iSize); });
+                ioState.SetIterationTime(measured.seconds);
+                ioState.counters["peak"] = measured.peak;
+                Check(ioState, measured.right);
+            }
+        })
         ->Iterations(1)
         ->Repetitions(1)
         ->UseManualTime();
@@ -64,31 +99,33 @@ struct SettingsOfSize {
     bool IsThere() const { return Get() == "/usr/share/dux/part/" + last; }
 };
 
-void FirstRead(benchmark::State& ioState, long iSize)
+Measured FirstRead(long iSize)
 {
     const SettingsOfSize settings(iSize);
-    Measure(ioState, [&] { return settings.IsThere(); });
+    return Measure([&] { return settings.IsThere(); });
 }
 
-void List(benchmark::State& ioState, long iSize)
+Measured List(long iSize)
 {
     const SettingsOfSize settings(iSize);
-    Check(ioState, settings.IsThere());
-    Measure(ioState,
-            [&] { return settings.services->ListOfSettingVariables("site").Size() == iSize; });
+    if (!settings.IsThere())
+        return {};
+    return Measure(
+        [&] { return settings.services->ListOfSettingVariables("site").Size() == iSize; });
 }
 
-void Put(benchmark::State& ioState, long iSize)
+Measured Put(long iSize)
 {
     const SettingsOfSize settings(iSize);
-    Check(ioState, settings.IsThere());
-    Measure(ioState, [&] {
+    if (!settings.IsThere())
+        return {};
+    return Measure([&] {
         settings.services->PutSetting("DUX_NEW", "/opt/dux", "site");
         return settings.services->GetSetting("DUX_NEW", "site") == "/opt/dux";
     });
 }
 
-void Seek(benchmark::State& ioState, long iSize)
+Measured Seek(long iSize)
 {
     const ScopedDirectory directory;
     const std::string file = directory.Write("file", "here\n");
@@ -98,7 +135,7 @@ void Seek(benchmark::State& ioState, long iSize)
     const ZORUnicodeString list(path + directory.Path().string());
     const ZORIDuxServices_var services = CreateServices();
     services->PutSettingSeparator(":");
-    Measure(ioState, [&] { return services->SeekFile("file", list) == file.c_str(); });
+    return Measure([&] { return services->SeekFile("file", list) == file.c_str(); });
 }
 
 _SEQUENCE_CORBAAny RandomIdentifiers(long iSize, unsigned iSeed)
@@ -118,11 +155,11 @@ _SEQUENCE_CORBAAny RandomIdentifiers(long iSize, unsigned iSeed)
     return list;
 }
 
-void Intersect(benchmark::State& ioState, long iSize)
+Measured Intersect(long iSize)
 {
     _SEQUENCE_CORBAAny first = RandomIdentifiers(iSize, 1);
     _SEQUENCE_CORBAAny second = RandomIdentifiers(iSize, 1); // the same
-    Measure(ioState, [&] { return SequenceCrbAnyIntersection(first, second).length() == iSize; });
+    return Measure([&] { return SequenceCrbAnyIntersection(first, second).length() == iSize; });
 }
 
 std::string WriteLines(const ScopedDirectory& iDirectory, long iMegabytes)
@@ -134,22 +171,21 @@ std::string WriteLines(const ScopedDirectory& iDirectory, long iMegabytes)
     return iDirectory / "lines";
 }
 
-void ReadLines(benchmark::State& ioState, long iMegabytes)
+Measured ReadLines(long iMegabytes)
 {
     const ScopedDirectory directory(Place(false));
     const ZORUnicodeString file(WriteLines(directory, iMegabytes));
     const ZORIDuxServices_var services = CreateServices();
-    Measure(ioState, [&] { return services->ReadStream(file).Size() == iMegabytes * 10000; });
+    return Measure([&] { return services->ReadStream(file).Size() == iMegabytes * 10000; });
 }
 
-void WriteLinesBack(benchmark::State& ioState, long iMegabytes)
+Measured WriteLinesBack(long iMegabytes)
 {
     const ScopedDirectory directory(Place(false));
     const ZORIDuxServices_var services = CreateServices();
     const ZORListValZORUnicodeString lines =
         services->ReadStream(WriteLines(directory, iMegabytes).c_str());
-    Measure(ioState,
-            [&] { return services->WriteStream(lines, (directory / "copy").c_str()) == 1; });
+    return Measure([&] { return services->WriteStream(lines, (directory / "copy").c_str()) == 1; });
 }
 
 void CountCall(ZORBaseUnknown*, const char*, ZORNotification*, void* iCalls)
@@ -157,10 +193,10 @@ void CountCall(ZORBaseUnknown*, const char*, ZORNotification*, void* iCalls)
     ++*static_cast<long*>(iCalls);
 }
 
-void Dispatch(benchmark::State& ioState, long iSize)
+Measured Dispatch(long iSize)
 {
     long calls = 0;
-    Measure(ioState, [&] {
+    return Measure([&] {
         ZORCallbackManager manager;
         for (long i = 0; i < iSize; ++i)
             manager.AddCallback("PartOpened", CountCall, &calls);
@@ -179,7 +215,7 @@ std::vector<std::string> Names(const char* iStem, long iSize)
 }
 
 // As many subscribers of one event, each taken back, in another order.
-void TakeSubscribersBack(benchmark::State& ioState, long iSize)
+Measured TakeSubscribersBack(long iSize)
 {
     std::vector<ZORBaseUnknown> subscribers(static_cast<std::size_t>(iSize));
     std::vector<ZORBaseUnknown*> order;
@@ -187,7 +223,7 @@ void TakeSubscribersBack(benchmark::State& ioState, long iSize)
         order.push_back(&each);
     std::shuffle(order.begin(), order.end(), std::mt19937(1));
     long taken = 0;
-    Measure(ioState, [&] {
+    return Measure([&] {
         ZORCallbackManager manager;
         for (ZORBaseUnknown& each : subscribers)
             manager.AddCallback("PartOpened", CountCall, nullptr, &each);
@@ -198,14 +234,14 @@ void TakeSubscribersBack(benchmark::State& ioState, long iSize)
 }
 
 // One subscriber of as many events, each taken back, in another order.
-void TakeEventsBack(benchmark::State& ioState, long iSize)
+Measured TakeEventsBack(long iSize)
 {
     const std::vector<std::string> events = Names("PartChanged", iSize);
     std::vector<std::string> order = events;
     std::sort(order.begin(), order.end());
     ZOREventSubscriber subscriber;
     long taken = 0;
-    Measure(ioState, [&] {
+    return Measure([&] {
         ZORCallbackManager manager;
         for (const std::string& each : events)
             subscriber.AddCallback(&manager, each.c_str(), CountCall, nullptr);
@@ -227,14 +263,10 @@ class TIEBenchIPartZORObject final : public BenchIPart
 };
 ZOR_IMPLEMENT_TIE(BenchIPart, ZORObject, ZORKindTie)
 
-// Classes that are registered stay so: each row has its own.
 class Classes
 {
 public:
-    explicit Classes(long iSize)
-        : _Names(Names(("Part" + std::to_string(++_Made) + '_').c_str(), iSize))
-    {
-    }
+    explicit Classes(long iSize) : _Names(Names("Part", iSize)) {}
     void Register() const
     {
         for (const std::string& each : _Names) {
@@ -252,7 +284,6 @@ public:
     }
 
 private:
-    static inline int _Made = 0;
     const std::vector<std::string> _Names;
 };
 
@@ -272,25 +303,23 @@ bool Withdraw(const char* iClass)
     return RemoveDictionary(iClass, "BenchIPart") == 1;
 }
 
-void RegisterClasses(benchmark::State& ioState, long iSize)
+Measured RegisterClasses(long iSize)
 {
     const Classes classes(iSize);
-    Measure(ioState, [&] {
+    return Measure([&] {
         classes.Register();
-        return true;
+        return classes.Each(IsRegistered);
     });
-    Check(ioState, classes.Each(IsRegistered) && classes.Each(Withdraw));
 }
 
 // `iDo` is done with each of as many registered classes.
 template <class Do>
 auto WithClasses(Do iDo)
 {
-    return [iDo](benchmark::State& ioState, long iSize) {
+    return [iDo](long iSize) {
         const Classes classes(iSize);
         classes.Register();
-        Measure(ioState, [&] { return classes.Each(iDo); });
-        classes.Each(Withdraw);
+        return Measure([&] { return classes.Each(iDo); });
     };
 }
 
