@@ -174,7 +174,7 @@ def growth(values):
 
 def growth_panel(lines, text, colours, left):
     """What grows with size: a line for each case, on logarithmic scales."""
-    bottom, side, points = 360, 340, sum(lines.values(), [])
+    bottom, side, points = 450, 430, sum(lines.values(), [])
     x_of, sizes = axis([size for size, _ in points], left, side)
     y_of, powers = axis([value for _, value in points], bottom, -side)
     out = [f'<path d="M{x_of(size):.1f} {bottom}v{-side}" stroke="#ddd"/>'
@@ -193,13 +193,13 @@ def growth_panel(lines, text, colours, left):
 def plot_growth(area, times, peaks):
     """Time against size, beside it memory against size."""
     kinds = list(growth(times))
-    colours = {kind: f"hsl({360 * i // len(kinds)} 80% {35 + i % 2 * 15}%)" for i, kind in enumerate(kinds)}
+    colours = {kind: f"hsl({360 * i // len(kinds)},80%,{35 + i % 2 * 15}%)" for i, kind in enumerate(kinds)}
     out = growth_panel(growth(times), time_text, colours, 70)
-    out += growth_panel(growth(peaks), bytes_text, colours, 510)
+    out += growth_panel(growth(peaks), bytes_text, colours, 600)
     for i, kind in enumerate(kinds):
-        out.append(f'<path d="M880 {30 + 20 * i}h20" stroke="{colours[kind]}" stroke-width="3"/>'
-                   f'<text x="906" y="{34 + 20 * i}">{kind}</text>')
-    write_plot(area, 920 + 7 * max(map(len, kinds)), 390, out)
+        out.append(f'<path d="M1060 {30 + 20 * i}h20" stroke="{colours[kind]}" stroke-width="3"/>'
+                   f'<text x="1086" y="{34 + 20 * i}">{kind}</text>')
+    write_plot(area, 1100 + 7 * max(map(len, kinds)), 480, out)
 
 
 def output(*command):
