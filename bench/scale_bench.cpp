@@ -1,36 +1,79 @@
-// What grows with the size of things, each measured once: a settings file that is read for the
-// first time, listed, put to; a path; lists of identifiers; line files; subscribers of an event.
+// What grows with the size of things, each measured once, with the memory it takes: a settings file
+// that is read for the first time, listed, put to; a path; lists of identifiers; line files;
+// subscribers of an event; classes.
 
 #include "CreateServices.h"
 #include "ScopedDirectory.h"
 #include "ScopedEnvironment.h"
 #include "ZORCallbackManager.h"
 #include "ZORConfigServices.h"
+#include "ZOREventSubscriber.h"
+#include "ZORObject.h"
+#include "ZORTie.h"
 #include "settings_rows.h"
+#include "support/PeakMemory.h"
 
+#include <algorithm>
 #include <cstring>
 #include <fstream>
 #include <random>
+#include <sys/wait.h>
+#include <unistd.h>
 
 namespace
 {
 
-// Times `iDo` once, which tells whether the result was right.
+struct Measured {
+    double seconds;
+    double peak; // bytes
+    bool right;
+};
+
+// Does it once; `iDo` tells whether the result was right.
 template <class Do>
-void Time(benchmark::State& ioState, Do iDo)
+Measured Measure(Do iDo)
 {
-    for ([[maybe_unused]] auto each : ioState) {
-        const double start = ProcessorTime();
-        const bool right = iDo();
-        ioState.SetIterationTime(ProcessorTime() - start);
-        Check(ioState, right);
+    const PeakMemory memory;
+    const double start = ProcessorTime();
+    const bool right = iDo();
+    const double seconds = ProcessorTime() - start;
+    return {seconds, memory.Bytes(), right};
+}
+
+// In a process of its own, in which no other row has left anything.
+template <class Run>
+Measured InChild(Run iRun)
+{
+    int ends[2];
+    Measured measured{};
+    if (pipe(ends) != 0)
+        return measured;
+    const pid_t child = fork();
+    if (child == 0) {
+        const Measured own = iRun();
+        const bool told = write(ends[1], &own, sizeof own) == sizeof own;
+        _exit(told ? 0 : 1);
     }
+    close(ends[1]);
+    if (read(ends[0], &measured, sizeof measured) != sizeof measured)
+        measured.right = false;
+    close(ends[0]);
+    waitpid(child, nullptr, 0);
+    return measured;
 }
 
 template <class Run>
 void ScaleRow(const char* iCase, long iSize, Run iRun)
 {
-    Row(iCase, iSize, "ours", [=](benchmark::State& ioState) { iRun(ioState, iSize); })
+    Row(iCase, iSize, "ours",
+        [=](benchmark::State& ioState) {
+            for ([[maybe_unused]] auto each : ioState) {
+                const Measured measured = InChild([&] { return iRun(iSize); });
+                ioState.SetIterationTime(measured.seconds);
+                ioState.counters["peak"] = measured.peak;
+                Check(ioState, measured.right);
+            }
+        })
         ->Iterations(1)
         ->Repetitions(1)
         ->UseManualTime();
@@ -56,31 +99,33 @@ struct SettingsOfSize {
     bool IsThere() const { return Get() == "/usr/share/dux/part/" + last; }
 };
 
-void FirstRead(benchmark::State& ioState, long iSize)
+Measured FirstRead(long iSize)
 {
     const SettingsOfSize settings(iSize);
-    Time(ioState, [&] { return settings.IsThere(); });
+    return Measure([&] { return settings.IsThere(); });
 }
 
-void List(benchmark::State& ioState, long iSize)
+Measured List(long iSize)
 {
     const SettingsOfSize settings(iSize);
-    Check(ioState, settings.IsThere());
-    Time(ioState,
-         [&] { return settings.services->ListOfSettingVariables("site").Size() == iSize; });
+    if (!settings.IsThere())
+        return {};
+    return Measure(
+        [&] { return settings.services->ListOfSettingVariables("site").Size() == iSize; });
 }
 
-void Put(benchmark::State& ioState, long iSize)
+Measured Put(long iSize)
 {
     const SettingsOfSize settings(iSize);
-    Check(ioState, settings.IsThere());
-    Time(ioState, [&] {
+    if (!settings.IsThere())
+        return {};
+    return Measure([&] {
         settings.services->PutSetting("DUX_NEW", "/opt/dux", "site");
         return settings.services->GetSetting("DUX_NEW", "site") == "/opt/dux";
     });
 }
 
-void Seek(benchmark::State& ioState, long iSize)
+Measured Seek(long iSize)
 {
     const ScopedDirectory directory;
     const std::string file = directory.Write("file", "here\n");
@@ -90,7 +135,7 @@ void Seek(benchmark::State& ioState, long iSize)
     const ZORUnicodeString list(path + directory.Path().string());
     const ZORIDuxServices_var services = CreateServices();
     services->PutSettingSeparator(":");
-    Time(ioState, [&] { return services->SeekFile("file", list) == file.c_str(); });
+    return Measure([&] { return services->SeekFile("file", list) == file.c_str(); });
 }
 
 _SEQUENCE_CORBAAny RandomIdentifiers(long iSize, unsigned iSeed)
@@ -110,11 +155,11 @@ _SEQUENCE_CORBAAny RandomIdentifiers(long iSize, unsigned iSeed)
     return list;
 }
 
-void Intersect(benchmark::State& ioState, long iSize)
+Measured Intersect(long iSize)
 {
     _SEQUENCE_CORBAAny first = RandomIdentifiers(iSize, 1);
     _SEQUENCE_CORBAAny second = RandomIdentifiers(iSize, 1); // the same
-    Time(ioState, [&] { return SequenceCrbAnyIntersection(first, second).length() == iSize; });
+    return Measure([&] { return SequenceCrbAnyIntersection(first, second).length() == iSize; });
 }
 
 std::string WriteLines(const ScopedDirectory& iDirectory, long iMegabytes)
@@ -126,21 +171,21 @@ std::string WriteLines(const ScopedDirectory& iDirectory, long iMegabytes)
     return iDirectory / "lines";
 }
 
-void ReadLines(benchmark::State& ioState, long iMegabytes)
+Measured ReadLines(long iMegabytes)
 {
     const ScopedDirectory directory(Place(false));
     const ZORUnicodeString file(WriteLines(directory, iMegabytes));
     const ZORIDuxServices_var services = CreateServices();
-    Time(ioState, [&] { return services->ReadStream(file).Size() == iMegabytes * 10000; });
+    return Measure([&] { return services->ReadStream(file).Size() == iMegabytes * 10000; });
 }
 
-void WriteLinesBack(benchmark::State& ioState, long iMegabytes)
+Measured WriteLinesBack(long iMegabytes)
 {
     const ScopedDirectory directory(Place(false));
     const ZORIDuxServices_var services = CreateServices();
     const ZORListValZORUnicodeString lines =
         services->ReadStream(WriteLines(directory, iMegabytes).c_str());
-    Time(ioState, [&] { return services->WriteStream(lines, (directory / "copy").c_str()) == 1; });
+    return Measure([&] { return services->WriteStream(lines, (directory / "copy").c_str()) == 1; });
 }
 
 void CountCall(ZORBaseUnknown*, const char*, ZORNotification*, void* iCalls)
@@ -148,16 +193,134 @@ void CountCall(ZORBaseUnknown*, const char*, ZORNotification*, void* iCalls)
     ++*static_cast<long*>(iCalls);
 }
 
-void Dispatch(benchmark::State& ioState, long iSize)
+Measured Dispatch(long iSize)
 {
     long calls = 0;
-    Time(ioState, [&] {
+    return Measure([&] {
         ZORCallbackManager manager;
         for (long i = 0; i < iSize; ++i)
             manager.AddCallback("PartOpened", CountCall, &calls);
         manager.DispatchCallbacks("PartOpened", nullptr, nullptr);
         return calls == iSize;
     });
+}
+
+std::vector<std::string> Names(const char* iStem, long iSize)
+{
+    std::vector<std::string> names;
+    for (long i = 0; i < iSize; ++i)
+        names.push_back(iStem + std::to_string(i));
+    std::shuffle(names.begin(), names.end(), std::mt19937(1));
+    return names;
+}
+
+// As many subscribers of one event, each taken back, in another order.
+Measured TakeSubscribersBack(long iSize)
+{
+    std::vector<ZORBaseUnknown> subscribers(static_cast<std::size_t>(iSize));
+    std::vector<ZORBaseUnknown*> order;
+    for (ZORBaseUnknown& each : subscribers)
+        order.push_back(&each);
+    std::shuffle(order.begin(), order.end(), std::mt19937(1));
+    long taken = 0;
+    return Measure([&] {
+        ZORCallbackManager manager;
+        for (ZORBaseUnknown& each : subscribers)
+            manager.AddCallback("PartOpened", CountCall, nullptr, &each);
+        for (const ZORBaseUnknown* const each : order)
+            taken += manager.RemoveSubscriberCallbacks(each);
+        return taken == iSize && manager.GetNbCallbacks("PartOpened") == 0;
+    });
+}
+
+// One subscriber of as many events, each taken back, in another order.
+Measured TakeEventsBack(long iSize)
+{
+    const std::vector<std::string> events = Names("PartChanged", iSize);
+    std::vector<std::string> order = events;
+    std::sort(order.begin(), order.end());
+    ZOREventSubscriber subscriber;
+    long taken = 0;
+    return Measure([&] {
+        ZORCallbackManager manager;
+        for (const std::string& each : events)
+            subscriber.AddCallback(&manager, each.c_str(), CountCall, nullptr);
+        for (const std::string& each : order)
+            taken += subscriber.RemoveCallbacksOn(&manager, each.c_str());
+        return taken == iSize;
+    });
+}
+
+class BenchIPart : public ZORBaseUnknown
+{
+    ZOR_DECLARE_CLASS
+};
+ZOR_IMPLEMENT_CLASS(BenchIPart, ZORKindInterface, ZORBaseUnknown)
+
+class TIEBenchIPartZORObject final : public BenchIPart
+{
+    ZOR_DECLARE_TIE(BenchIPart, ZORObject)
+};
+ZOR_IMPLEMENT_TIE(BenchIPart, ZORObject, ZORKindTie)
+
+class Classes
+{
+public:
+    explicit Classes(long iSize) : _Names(Names("Part", iSize)) {}
+    void Register() const
+    {
+        for (const std::string& each : _Names) {
+            ZORRegisterClass(each.c_str(), ZORKindImplementation, ZORObject::MetaObject());
+            AddDictionary(GUID{}, nullptr, each.c_str(), "BenchIPart", CreateTIEBenchIPartZORObject,
+                          nullptr, nullptr, 0);
+        }
+    }
+    // Whether it is so for each of them.
+    template <class Is>
+    bool Each(Is iIs) const
+    {
+        return std::all_of(_Names.begin(), _Names.end(),
+                           [&](const std::string& iName) { return iIs(iName.c_str()); });
+    }
+
+private:
+    const std::vector<std::string> _Names;
+};
+
+bool IsRegistered(const char* iClass)
+{
+    return QueryMetaObject(iClass) != nullptr;
+}
+
+bool HasInterface(const char* iClass)
+{
+    const auto object = ZORBaseUnknown_var::Adopt(new ZORObject(nullptr, iClass));
+    return ZORHandle<BenchIPart>(object).Get() != nullptr;
+}
+
+bool Withdraw(const char* iClass)
+{
+    return RemoveDictionary(iClass, "BenchIPart") == 1;
+}
+
+Measured RegisterClasses(long iSize)
+{
+    const Classes classes(iSize);
+    return Measure([&] {
+        classes.Register();
+        return classes.Each(IsRegistered);
+    });
+}
+
+// `iDo` is done with each of as many registered classes.
+template <class Do>
+auto WithClasses(Do iDo)
+{
+    return [iDo](long iSize) {
+        const Classes classes(iSize);
+        classes.Register();
+        return Measure([&] { return classes.Each(iDo); });
+    };
 }
 
 const Rows kRows([] {
@@ -174,8 +337,17 @@ const Rows kRows([] {
         ScaleRow("read megabytes", megabytes, ReadLines);
         ScaleRow("write megabytes", megabytes, WriteLinesBack);
     }
-    for (const long subscribers : {1000, 10000, 100000})
-        ScaleRow("add and dispatch", subscribers, Dispatch);
+    for (const long subscribers : {1000, 10000, 100000}) {
+        ScaleRow("subscribers, add and dispatch", subscribers, Dispatch);
+        ScaleRow("subscribers, take back", subscribers, TakeSubscribersBack);
+        ScaleRow("events, take back", subscribers, TakeEventsBack);
+    }
+    for (const long classes : {1000, 10000, 100000}) {
+        ScaleRow("classes, register", classes, RegisterClasses);
+        ScaleRow("classes, look up by name", classes, WithClasses(IsRegistered));
+        ScaleRow("classes, query an interface", classes, WithClasses(HasInterface));
+        ScaleRow("classes, withdraw an interface", classes, WithClasses(Withdraw));
+    }
 });
 
 } // namespace

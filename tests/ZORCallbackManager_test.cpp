@@ -465,6 +465,23 @@ TEST_F(ZORCallbackManagerTest, HoldsThousandsAndForgetsThem)
     EXPECT_EQ(received.calls, 1);
 }
 
+TEST_F(ZORCallbackManagerTest, ASubscriberTakesThousandsOfEventsBackOneByOne)
+{
+    constexpr int kEvents = 20'000;
+    ZORBaseUnknown subscriber;
+    std::vector<std::string> events;
+    for (int i = 0; i < kEvents; ++i)
+        events.push_back("event " + std::to_string(i));
+    const auto add = [&](const std::string& event) {
+        manager->AddCallback(event.c_str(), Act, nullptr, &subscriber);
+    };
+    std::for_each(events.begin(), events.end(), add);
+    std::for_each(events.begin(), events.end(), add);
+    for (auto each = events.rbegin(); each != events.rend(); ++each)
+        ASSERT_EQ(manager->RemoveCallbacksOn(each->c_str(), &subscriber), 2);
+    EXPECT_EQ(manager->RemoveSubscriberCallbacks(&subscriber), 0);
+}
+
 TEST_F(ZORCallbackManagerTest, ThousandsOfSubscribersDieInOneDispatch)
 {
     constexpr int kMany = 5000;

@@ -179,6 +179,43 @@ TEST(ZOREventSubscriber, RemovesTheSubscriptionsOnAllEventsOfAnInterface)
     EXPECT_EQ(view->RemoveSubscriberCallbacks(&at.second), 3);
 }
 
+TEST(ZOREventSubscriber, TakesCallbacksBackWithoutAnAllocation)
+{
+    ZORCallbackManager manager;
+    const Subscriber view = Make();
+    const char* const event = "an event of a name that is long";
+    for (int i = 0; i < 3; ++i)
+        view->AddCallback(&manager, event, Note, nullptr);
+    const ZORCallback last = view->AddCallback(&manager, "another of a long name", Note, nullptr);
+    view->AddCallback(&manager, "a third one of a long name", Note, nullptr);
+    const CountedAllocations counted;
+    EXPECT_EQ(view->RemoveCallbacksOn(&manager, event), 3);
+    EXPECT_EQ(view->RemoveCallback(&manager, last), 1);
+    EXPECT_EQ(view->RemoveSubscriberCallbacks(&manager), 1);
+    EXPECT_EQ(counted.Count(), 0);
+}
+
+TEST(ZOREventSubscriber, TakesThousandsOfEventsBackOneByOne)
+{
+    constexpr int kEvents = 10'000;
+    Senders at;
+    const Subscriber view = Make();
+    std::vector<std::string> names;
+    for (int i = 0; i < kEvents; ++i)
+        names.push_back("I" + std::to_string(i));
+    for (const std::string& each : names) {
+        view->AddCallback(&at.first, each.c_str(), Note, &at.calls);
+        view->AddSubscription(&at.first, each.c_str(), "Opened", Note, &at.calls);
+        view->AddSubscription(&at.first, each.c_str(), "Closed", Note, &at.calls);
+    }
+    for (const std::string& each : names) {
+        ASSERT_EQ(view->RemoveCallbacksOn(&at.first, each.c_str()), 1);
+        ASSERT_EQ(view->RemoveSubscriptionsOn(&at.first, each.c_str(), "Opened"), 1);
+        ASSERT_EQ(view->RemoveInterfaceSubscriptions(&at.first, each.c_str()), 1);
+    }
+    EXPECT_EQ(view->RemoveSubscriberCallbacks(&at.first), 0);
+}
+
 TEST(ZOREventSubscriber, TakesItsCallbacksBackWhenItGoes)
 {
     Senders at;

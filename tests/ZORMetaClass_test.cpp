@@ -5,6 +5,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <random>
 #include <set>
 #include <string>
 #include <thread>
@@ -107,6 +108,42 @@ TEST(ZORDictionary, ListsTheClassesOfAnInterfaceInTheOrderOfTheirEntries)
         EXPECT_THAT(Supported("IWheel"), ElementsAre("WheelB", "WheelA", "WheelC"));
     }
     EXPECT_THAT(Supported("IWheel"), ElementsAre("WheelB"));
+}
+
+TEST(ZORDictionary, ListsWhatIsLeftWhicheverEntriesAreWithdrawn)
+{
+    std::mt19937 random(20);
+    for (int round = 0; round < 200; ++round) {
+        SCOPED_TRACE(round);
+        std::vector<std::string> names;
+        for (const char* const each : {"SpokeA", "SpokeB", "SpokeC", "SpokeD"}) {
+            AddDictionary(GUID{}, nullptr, each, "ISpoke", CreateNothing, nullptr, nullptr, 0);
+            names.emplace_back(each);
+        }
+        while (!names.empty()) {
+            const auto withdrawn = names.begin() + static_cast<long>(random() % names.size());
+            EXPECT_EQ(RemoveDictionary(withdrawn->c_str(), "ISpoke"), 1);
+            names.erase(withdrawn);
+            EXPECT_EQ(Supported("ISpoke"), names);
+        }
+    }
+}
+
+// As when a library is unloaded that supports an interface with all its classes.
+TEST(ZORDictionary, HoldsManyClassesOfOneInterfaceAndWithdrawsThem)
+{
+    constexpr int kClasses = 30'000;
+    std::vector<std::string> names;
+    for (int i = 0; i < kClasses; ++i)
+        names.push_back("Screw" + std::to_string(i));
+    for (const std::string& each : names)
+        AddDictionary(GUID{}, nullptr, each.c_str(), "IScrew", CreateNothing, nullptr, nullptr, 0);
+    EXPECT_EQ(Supported("IScrew"), names);
+    int withdrawn = 0;
+    for (const std::string& each : names)
+        withdrawn += RemoveDictionary(each.c_str(), "IScrew");
+    EXPECT_EQ(withdrawn, kClasses);
+    EXPECT_THAT(Supported("IScrew"), IsEmpty());
 }
 
 TEST(ZORDictionary, AClassWithTwoEntriesIsListedOnceUntilBothAreGone)

@@ -9,6 +9,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 // Each event has its callbacks side by side in the order they were added. Removing one only marks
@@ -21,8 +22,8 @@ public:
     ZORCallback Add(const char* iEvent, ZORCallbackFunction iFunction, void* iData,
                     ZORBaseUnknown* iSubscriber);
     int Remove(ZORCallback iCallback);
-    // Null for the events means all.
     int RemoveAllOf(const ZORBaseUnknown* iSubscriber, const char* iEvent);
+    int RemoveAllOf(const ZORBaseUnknown* iSubscriber);
     void Dispatch(const char* iEvent, ZORNotification* iNotification, ZORBaseUnknown* iSender);
     std::size_t Count(const char* iEvent) const;
     // The manager is gone: dispatches under way call nothing more.
@@ -53,7 +54,9 @@ private:
         using is_transparent = void;
     };
     using Events = std::unordered_map<std::string, Event, Hash, std::equal_to<>>;
-    using Subscribers = std::multimap<const ZORBaseUnknown*, ZORCallback>;
+    // Those of one subscriber stand together, and in there those of one event.
+    using Subscription = std::pair<const ZORBaseUnknown*, const Events::value_type*>;
+    using Subscribers = std::multimap<Subscription, ZORCallback>;
     struct Place {
         Events::value_type* event;
         std::size_t index;
@@ -62,6 +65,7 @@ private:
     class Dispatching;
 
     Events::value_type* Find(const char* iEvent);
+    int RemoveRange(Subscribers::iterator iFirst, Subscribers::iterator iLast);
     void Append(Events::value_type& ioEvent, const Entry& iEntry);
     void Tidy(Events::value_type& ioEvent);
     static void Sweep(Event& ioEvent);
@@ -134,7 +138,8 @@ void ZORCallbackManager::Registrations::Append(Events::value_type& ioEvent, cons
         entries.push_back(iEntry);
         entries.back().place = &added->second;
         if (iEntry.subscriber)
-            added->second.subscriber = _Subscribers.emplace(iEntry.subscriber, _Last + 1);
+            added->second.subscriber =
+                _Subscribers.emplace(Subscription(iEntry.subscriber, &ioEvent), _Last + 1);
     } catch (...) {
         entries.resize(place.index);
         _Places.erase(added);
@@ -161,13 +166,25 @@ int ZORCallbackManager::Registrations::Remove(ZORCallback iCallback)
 int ZORCallbackManager::Registrations::RemoveAllOf(const ZORBaseUnknown* iSubscriber,
                                                    const char* iEvent)
 {
+    const auto [first, last] = _Subscribers.equal_range({iSubscriber, Find(iEvent)});
+    return RemoveRange(first, last);
+}
+
+int ZORCallbackManager::Registrations::RemoveAllOf(const ZORBaseUnknown* iSubscriber)
+{
+    const auto first = _Subscribers.lower_bound({iSubscriber, nullptr});
+    const auto last = std::find_if(first, _Subscribers.end(), [&](const auto& each) {
+        return each.first.first != iSubscriber;
+    });
+    return RemoveRange(first, last);
+}
+
+int ZORCallbackManager::Registrations::RemoveRange(Subscribers::iterator iFirst,
+                                                   Subscribers::iterator iLast)
+{
     int removed = 0;
-    const auto [first, last] = _Subscribers.equal_range(iSubscriber);
-    for (auto at = first; at != last;) {
-        const ZORCallback callback = (at++)->second;
-        if (!iEvent || _Places.find(callback)->second.event->first == iEvent)
-            removed += Remove(callback);
-    }
+    while (iFirst != iLast)
+        removed += Remove((iFirst++)->second);
     return removed;
 }
 
@@ -300,7 +317,7 @@ int ZORCallbackManager::RemoveCallbacksOn(const char* iEvent, const ZORBaseUnkno
 
 int ZORCallbackManager::RemoveSubscriberCallbacks(const ZORBaseUnknown* iSubscriber)
 {
-    return iSubscriber ? _Registrations->RemoveAllOf(iSubscriber, nullptr) : 0;
+    return iSubscriber ? _Registrations->RemoveAllOf(iSubscriber) : 0;
 }
 
 void ZORCallbackManager::DispatchCallbacks(const char* iEvent, ZORNotification* iNotification,

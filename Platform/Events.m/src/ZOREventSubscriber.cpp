@@ -3,19 +3,24 @@
 #include <algorithm>
 #include <iterator>
 #include <map>
+#include <set>
 #include <string>
+#include <string_view>
+#include <tuple>
 #include <utility>
-#include <vector>
 
 ZOR_IMPLEMENT_CLASS(ZOREventSubscriber, ZORKindImplementation, ZORBaseUnknown)
 
 // The callbacks that the object has with managers, so that it can take them back. A manager that is
 // gone leaves its records behind, which do no harm: they are known by their flag, swept out as
-// their number grows, and overwritten when another manager is made in the same place.
+// their number grows, and replaced when another manager is made in the same place.
 struct ZOREventSubscriber::Events {
+    // Those of one manager stand together, and in there those of one event, or of one beginning.
     struct Record {
-        std::weak_ptr<const bool> closed;
+        ZORCallbackManager* manager;
         std::string event;
+        ZORCallback callback;
+        std::weak_ptr<const bool> closed;
 
         bool IsGone() const
         {
@@ -23,36 +28,71 @@ struct ZOREventSubscriber::Events {
             return !flag || *flag;
         }
     };
-    using Key = std::pair<ZORCallbackManager*, ZORCallback>;
-    using Records = std::map<Key, Record>;
+    using Place = std::tuple<ZORCallbackManager*, std::string_view, ZORCallback>;
+    struct Order {
+        using is_transparent = void;
 
-    void Add(ZORCallbackManager* iManager, ZORCallback iCallback, Record iRecord)
-    {
-        if (records.size() >= sweepAt) {
-            std::erase_if(records, [](const auto& each) { return each.second.IsGone(); });
-            sweepAt = std::max(kFirstSweep, 2 * records.size());
+        static Place Of(const Record& iRecord)
+        {
+            return {iRecord.manager, iRecord.event, iRecord.callback};
         }
-        records.insert_or_assign({iManager, iCallback}, std::move(iRecord));
+        static Place Of(const Place& iPlace) { return iPlace; }
+
+        template <class Left, class Right>
+        bool operator()(const Left& iLeft, const Right& iRight) const
+        {
+            return Of(iLeft) < Of(iRight);
+        }
+    };
+    using Records = std::set<Record, Order>;
+    using Handle = std::pair<ZORCallbackManager*, ZORCallback>;
+
+    void Add(Record iRecord)
+    {
+        if (records.size() >= sweepAt)
+            Sweep();
+        const Handle handle(iRecord.manager, iRecord.callback);
+        if (const auto before = byHandle.find(handle); before != byHandle.end())
+            Erase(before->second);
+        const auto added = records.insert(std::move(iRecord)).first;
+        try {
+            byHandle.emplace(handle, added);
+        } catch (...) {
+            records.erase(added);
+            throw;
+        }
     }
 
-    // Takes out the records of a manager whose event matches, and returns those of callbacks that
-    // it may still have.
-    template <class Matches>
-    std::vector<ZORCallback> TakeOut(ZORCallbackManager* iManager, Matches iMatches)
+    Records::iterator Erase(Records::iterator iRecord)
     {
-        std::vector<ZORCallback> taken;
-        auto each = records.lower_bound({iManager, 0});
-        while (each != records.end() && each->first.first == iManager) {
-            const bool matches = iMatches(each->second.event);
-            if (matches && !each->second.IsGone())
-                taken.push_back(each->first.second);
-            each = matches ? records.erase(each) : std::next(each);
+        byHandle.erase({iRecord->manager, iRecord->callback});
+        return records.erase(iRecord);
+    }
+
+    // Takes out the records of a manager from that event on, as long as the event matches. Calls
+    // `iTake` for the callbacks that the manager may still have.
+    template <class Matches, class Take>
+    void TakeOut(ZORCallbackManager* iManager, std::string_view iFirst, Matches iMatches,
+                 Take iTake)
+    {
+        auto each = records.lower_bound(Place(iManager, iFirst, 0));
+        while (each != records.end() && each->manager == iManager && iMatches(each->event)) {
+            if (!each->IsGone())
+                iTake(each->callback);
+            each = Erase(each);
         }
-        return taken;
+    }
+
+    void Sweep()
+    {
+        for (auto each = records.begin(); each != records.end();)
+            each = each->IsGone() ? Erase(each) : std::next(each);
+        sweepAt = std::max(kFirstSweep, 2 * records.size());
     }
 
     static constexpr std::size_t kFirstSweep = 16;
     Records records;
+    std::map<Handle, Records::iterator> byHandle;
     std::size_t sweepAt = kFirstSweep;
     std::unique_ptr<ZORCallbackManager> manager;
 };
@@ -88,9 +128,9 @@ ZOREventSubscriber::~ZOREventSubscriber()
 {
     if (!_Events)
         return;
-    for (const auto& [key, record] : _Events->records)
-        if (!record.IsGone())
-            key.first->RemoveCallback(key.second);
+    for (const Events::Record& each : _Events->records)
+        if (!each.IsGone())
+            each.manager->RemoveCallback(each.callback);
 }
 
 ZOREventSubscriber::Events& ZOREventSubscriber::Own()
@@ -106,10 +146,11 @@ ZORCallback ZOREventSubscriber::AddCallback(ZORCallbackManager* ioManager, const
     if (!ioManager || !iEvent || !iFunction)
         return 0;
     Events& events = Own();
-    Events::Record record{ioManager->Closed(), iEvent};
+    Events::Record record{ioManager, iEvent, 0, ioManager->Closed()};
     const ZORCallback callback = ioManager->AddCallback(iEvent, iFunction, iData, this);
     try {
-        events.Add(ioManager, callback, std::move(record));
+        record.callback = callback;
+        events.Add(std::move(record));
     } catch (...) {
         ioManager->RemoveCallback(callback);
         throw;
@@ -121,11 +162,11 @@ int ZOREventSubscriber::RemoveCallback(ZORCallbackManager* ioManager, ZORCallbac
 {
     if (!_Events)
         return 0;
-    const auto found = _Events->records.find({ioManager, iCallback});
-    if (found == _Events->records.end())
+    const auto found = _Events->byHandle.find({ioManager, iCallback});
+    if (found == _Events->byHandle.end())
         return 0;
-    const bool isGone = found->second.IsGone();
-    _Events->records.erase(found);
+    const bool isGone = found->second->IsGone();
+    _Events->Erase(found->second);
     return isGone ? 0 : ioManager->RemoveCallback(iCallback);
 }
 
@@ -134,7 +175,9 @@ int ZOREventSubscriber::RemoveCallbacksOn(ZORCallbackManager* ioManager, const c
     if (!ioManager || !iEvent)
         return 0;
     if (_Events)
-        _Events->TakeOut(ioManager, [&](const std::string& event) { return event == iEvent; });
+        _Events->TakeOut(
+            ioManager, iEvent, [&](std::string_view event) { return event == iEvent; },
+            [](ZORCallback) {});
     return ioManager->RemoveCallbacksOn(iEvent, this);
 }
 
@@ -143,7 +186,8 @@ int ZOREventSubscriber::RemoveSubscriberCallbacks(ZORCallbackManager* ioManager)
     if (!ioManager)
         return 0;
     if (_Events)
-        _Events->TakeOut(ioManager, [](const std::string&) { return true; });
+        _Events->TakeOut(
+            ioManager, "", [](std::string_view) { return true; }, [](ZORCallback) {});
     return ioManager->RemoveSubscriberCallbacks(this);
 }
 
@@ -192,9 +236,9 @@ int ZOREventSubscriber::RemoveInterfaceSubscriptions(ZORCallbackManager* ioManag
         return 0;
     const std::string prefix = std::string(iInterface) + kOfInterface;
     int removed = 0;
-    for (const ZORCallback each : _Events->TakeOut(
-             ioManager, [&](const std::string& event) { return event.starts_with(prefix); }))
-        removed += ioManager->RemoveCallback(each);
+    _Events->TakeOut(
+        ioManager, prefix, [&](std::string_view event) { return event.starts_with(prefix); },
+        [&](ZORCallback callback) { removed += ioManager->RemoveCallback(callback); });
     return removed;
 }
 

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <iterator>
 #include <mutex>
 #include <sys/single_threaded.h>
 
@@ -93,24 +94,24 @@ Registry::Entries& Registry::EntriesOf(const Pair& iPair)
 {
     const auto [found, isNew] = _Entries.try_emplace(iPair);
     if (isNew) {
-        std::list<ZORSupportedClass>& chain = _Supported[iPair.second];
-        ZORSupportedClass* const last = chain.empty() ? nullptr : &chain.back();
+        Chain& chain = _Supported[iPair.second];
         chain.push_back({iPair.first->GetClassName(), nullptr});
-        if (last)
-            last->next = &chain.back();
+        const auto added = std::prev(chain.end());
+        if (added != chain.begin())
+            std::prev(added)->next = &*added;
+        found->second.supported = added;
     }
     return found->second;
 }
 
-void Registry::Forget(const Pair& iPair)
+void Registry::Forget(EntriesByPair::iterator iEntries)
 {
-    _Entries.erase(iPair);
-    std::list<ZORSupportedClass>& chain = _Supported[iPair.second];
-    const char* const name = iPair.first->GetClassName();
-    chain.remove_if([&](const ZORSupportedClass& each) { return each.className == name; });
-    const ZORSupportedClass* next = nullptr;
-    for (auto each = chain.rbegin(); each != chain.rend(); ++each)
-        next = &(each->next = next, *each);
+    Chain& chain = _Supported[iEntries->first.second];
+    const auto supported = iEntries->second.supported;
+    if (supported != chain.begin())
+        std::prev(supported)->next = supported->next;
+    chain.erase(supported);
+    _Entries.erase(iEntries);
 }
 
 void Registry::AddAdapter(const char* iClassName, const char* iInterfaceName, ZORCreator iCreator)
@@ -142,7 +143,7 @@ void Registry::RemoveAdapter(const char* iClassName, const char* iInterfaceName,
     if (each != creators.end())
         creators.erase(each);
     if (creators.empty() && !found->second.declared)
-        Forget(pair);
+        Forget(found);
 }
 
 int Registry::RemoveAll(const char* iClassName, const char* iInterfaceName)
@@ -153,7 +154,7 @@ int Registry::RemoveAll(const char* iClassName, const char* iInterfaceName)
     if (found == _Entries.end())
         return 0;
     const auto count = found->second.creators.size() + (found->second.declared ? 1 : 0);
-    Forget(pair);
+    Forget(found);
     return static_cast<int>(count);
 }
 

@@ -47,14 +47,17 @@ public:
 
 private:
     using Pair = std::pair<const ZORMetaClass*, const ZORMetaClass*>; // class, interface
+    using Chain = std::list<ZORSupportedClass>;
     struct Entries {
         std::vector<ZORCreator> creators; // the first one answers
         std::shared_ptr<DeclaredAdapter> declared;
+        Chain::iterator supported; // the class, among those that support the interface
     };
     struct Hash {
         std::size_t operator()(const Pair& iPair) const;
         std::size_t operator()(const GUID& iId) const;
     };
+    using EntriesByPair = std::unordered_map<Pair, Entries, Hash>;
 
     Registry();
     ~Registry() = delete;
@@ -66,13 +69,12 @@ private:
     ZORMetaClass* FindLocked(std::string_view iClassName); // made if unknown
     Pair PairOf(const char* iClassName, const char* iInterfaceName);
     Entries& EntriesOf(const Pair& iPair);
-    void Forget(const Pair& iPair);
+    void Forget(EntriesByPair::iterator iEntries);
 
     mutable std::shared_mutex _Mutex;
     // The keys are the metaobjects' own names.
     std::unordered_map<std::string_view, std::unique_ptr<ZORMetaClass>> _ByName;
     std::unordered_map<GUID, ZORMetaClass*, Hash> _ById;
-    std::unordered_map<Pair, Entries, Hash> _Entries;
-    std::unordered_map<const ZORMetaClass*, std::list<ZORSupportedClass>>
-        _Supported; // by interface
+    EntriesByPair _Entries;
+    std::unordered_map<const ZORMetaClass*, Chain> _Supported; // by interface
 };

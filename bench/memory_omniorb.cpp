@@ -1,0 +1,27 @@
+#include "memory_rows.h"
+
+#include <cstring>
+#include <omniORB4/CORBA.h>
+
+namespace
+{
+
+const Rows kRows([] {
+    AnyMemory(
+        "omniORB",
+        [] {
+            CORBA::OctetSeq octets;
+            octets.length(sizeof kOctets);
+            std::memcpy(octets.get_buffer(), kOctets, sizeof kOctets);
+            CORBA::Any any;
+            any <<= octets;
+            return any;
+        },
+        [] {
+            CORBA::Any any;
+            any <<= static_cast<CORBA::Long>(kNumber);
+            return any;
+        });
+});
+
+} // namespace
