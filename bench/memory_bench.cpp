@@ -24,9 +24,9 @@ namespace
 CORBAAny AnyOfOctets()
 {
     _SEQUENCE_octet octets;
-    octets.maximum(sizeof kOctets);
-    octets.length(sizeof kOctets);
-    std::memcpy(octets.buffer(), kOctets, sizeof kOctets);
+    octets.maximum(sizeof kSomeOctets);
+    octets.length(sizeof kSomeOctets);
+    std::memcpy(octets.buffer(), kSomeOctets, sizeof kSomeOctets);
     CORBAAny any;
     any << octets;
     return any;
@@ -35,7 +35,7 @@ CORBAAny AnyOfOctets()
 CORBAAny AnyOfNumber()
 {
     CORBAAny any;
-    any << kNumber;
+    any << kSomeNumber;
     return any;
 }
 
@@ -133,12 +133,12 @@ void RowsByHand()
     AnyMemory(
         "reference",
         [] {
-            HandAny any{HandAny::kOctetsOfSize, sizeof kOctets, {}};
-            std::memcpy(any.octets, kOctets, sizeof kOctets);
+            HandAny any{HandAny::kOctetsOfSize, sizeof kSomeOctets, {}};
+            std::memcpy(any.octets, kSomeOctets, sizeof kSomeOctets);
             return any;
         },
         [] {
-            return HandAny{HandAny::kLong, 0, {kNumber}};
+            return HandAny{HandAny::kLong, 0, {kSomeNumber}};
         });
     SubscriberMemory(
         "reference", [] { return std::make_unique<std::vector<HandCallback>>(); },
@@ -175,8 +175,11 @@ void StandardRows()
     StringMemory<std::string>("std");
     AnyMemory(
         "std",
-        [] { return std::any(std::vector<unsigned char>(kOctets, kOctets + sizeof kOctets)); },
-        [] { return std::any(kNumber); });
+        [] {
+            return std::any(
+                std::vector<unsigned char>(kSomeOctets, kSomeOctets + sizeof kSomeOctets));
+        },
+        [] { return std::any(kSomeNumber); });
     SubscriberMemory(
         "std", [] { return std::make_unique<std::vector<std::function<void()>>>(); },
         [](auto& ioSender) { ioSender.emplace_back([] { ++calls; }); },

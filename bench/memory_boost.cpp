@@ -20,8 +20,11 @@ std::unique_ptr<Tree> ReadTree(const std::string& iPath)
 const Rows kRows([] {
     AnyMemory(
         "Boost",
-        [] { return boost::any(std::vector<unsigned char>(kOctets, kOctets + sizeof kOctets)); },
-        [] { return boost::any(kNumber); });
+        [] {
+            return boost::any(
+                std::vector<unsigned char>(kSomeOctets, kSomeOctets + sizeof kSomeOctets));
+        },
+        [] { return boost::any(kSomeNumber); });
     SubscriberMemory(
         "Boost", [] { return std::make_unique<Signal>(); },
         [](Signal& ioSender) { ioSender.connect([] { ++calls; }); },

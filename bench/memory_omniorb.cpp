@@ -11,15 +11,15 @@ const Rows kRows([] {
         "omniORB",
         [] {
             CORBA::OctetSeq octets;
-            octets.length(sizeof kOctets);
-            std::memcpy(octets.get_buffer(), kOctets, sizeof kOctets);
+            octets.length(sizeof kSomeOctets);
+            std::memcpy(octets.get_buffer(), kSomeOctets, sizeof kSomeOctets);
             CORBA::Any any;
             any <<= octets;
             return any;
         },
         [] {
             CORBA::Any any;
-            any <<= static_cast<CORBA::Long>(kNumber);
+            any <<= static_cast<CORBA::Long>(kSomeNumber);
             return any;
         });
 });

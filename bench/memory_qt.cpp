@@ -13,8 +13,11 @@ const Rows kRows([] {
     StringMemory<QString>("Qt");
     AnyMemory(
         "Qt",
-        [] { return QVariant(QByteArray(reinterpret_cast<const char*>(kOctets), sizeof kOctets)); },
-        [] { return QVariant(kNumber); });
+        [] {
+            return QVariant(
+                QByteArray(reinterpret_cast<const char*>(kSomeOctets), sizeof kSomeOctets));
+        },
+        [] { return QVariant(kSomeNumber); });
     SubscriberMemory(
         "Qt", [] { return std::make_unique<QObject>(); },
         [](QObject& ioSender) {

@@ -60,7 +60,7 @@ void StringMemory(const std::string& iWho)
     }
 }
 
-// Both functions make an any: of kOctets, and of kNumber.
+// Both functions make an any: of kSomeOctets, and of kSomeNumber.
 template <class Octets, class Number>
 void AnyMemory(const std::string& iWho, Octets iOctets, Number iNumber)
 {
@@ -71,8 +71,8 @@ void AnyMemory(const std::string& iWho, Octets iOctets, Number iNumber)
         "any of a long", iWho, [=](int iCount) { return Many(iCount, iNumber); }, all);
 }
 
-inline constexpr unsigned char kOctets[16] = {1, 2, 3, 4, 5, 6, 7, 8};
-inline constexpr int kNumber = 12;
+inline constexpr unsigned char kSomeOctets[16] = {1, 2, 3, 4, 5, 6, 7, 8};
+inline constexpr int kSomeNumber = 12;
 
 // Callbacks count how often they were called: `iAdd(sender)` adds one to what `iNew` made, and
 // `iSend(sender)` calls all.
