@@ -1,5 +1,6 @@
 // What a process does to files before it asks for any.
 
+#include "NeedsTracing.h"
 #include "ScopedDirectory.h"
 #include "ScopedEnvironment.h"
 

@@ -1,6 +1,7 @@
 #include "WatchedChild.h"
 
 #include "CapturedOutput.h"
+#include "NeedsTracing.h"
 
 #include <algorithm>
 #include <cerrno>
