@@ -42,7 +42,8 @@ using ZORCallback = std::uint64_t;
 // is destroyed when the callback has returned.
 //
 // Cost: adding and removing by handle take constant time (with a subscriber: the logarithm of the
-// number of callbacks, on adding); what removed callbacks leave is cleared away as it grows.
+// number of callbacks, on adding), removing those of a subscriber that logarithm and as much for
+// each; what removed callbacks leave is cleared away as it grows.
 // Lack of memory is std::bad_alloc, on adding only, and changes nothing.
 //
 // Thread rule: one thread at a time.
