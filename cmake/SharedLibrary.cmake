@@ -13,6 +13,7 @@ function(kw_shared_library target)
   target_link_libraries(${target} PRIVATE $<BUILD_INTERFACE:strict_build>
     $<BUILD_INTERFACE:hardened_build>)
   target_compile_features(${target} PUBLIC cxx_std_17)
+  kw_precompile(${target})
   set_target_properties(${target} PROPERTIES
     EXPORT_NAME ${arg_EXPORT_NAME}
     VERSION ${PROJECT_VERSION}

@@ -16,6 +16,22 @@ if(NOT KW4TOOLS_SANITIZER)
   target_link_options(hardened_build INTERFACE -Wl,-z,relro -Wl,-z,now -Wl,-z,noexecstack)
 endif()
 
+# kw_compile_quickly(<level>): for what is compiled more often than it is run long, below this directory. A
+# development build optimizes it little; the presets of type Debug know its variables.
+macro(kw_compile_quickly level)
+  add_compile_options($<$<CONFIG:RelWithDebInfo>:${level}> $<$<CONFIG:RelWithDebInfo>:-g1>)
+endmacro()
+
+# kw_precompile(<target>): the headers of the standard library that nearly every source includes are
+# compiled once. A build without, the clang preset's, finds what a source forgets to include.
+option(KW4TOOLS_PRECOMPILE "Compile the headers of the standard library once for each target" ON)
+function(kw_precompile target)
+  if(KW4TOOLS_PRECOMPILE)
+    target_precompile_headers(${target} PRIVATE
+      <algorithm> <atomic> <map> <memory> <mutex> <string> <string_view> <vector>)
+  endif()
+endfunction()
+
 set(CMAKE_CXX_EXTENSIONS OFF)
 set(CMAKE_C_STANDARD 11)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
