@@ -23,8 +23,9 @@ macro(kw_compile_quickly level)
 endmacro()
 
 # kw_precompile(<target>): the headers of the standard library that nearly every source includes are
-# compiled once. A build without, the clang preset's, finds what a source forgets to include.
-option(KW4TOOLS_PRECOMPILE "Compile the headers of the standard library once for each target" ON)
+# compiled once. For development: a build without finds what a source forgets to include, and at -O3
+# g++ 12 warns of its own headers when they are precompiled.
+option(KW4TOOLS_PRECOMPILE "Compile the headers of the standard library once for each target" OFF)
 function(kw_precompile target)
   if(KW4TOOLS_PRECOMPILE)
     target_precompile_headers(${target} PRIVATE

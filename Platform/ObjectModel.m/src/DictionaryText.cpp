@@ -16,6 +16,11 @@ constexpr int kMostPasses = 20;
 // Room for the longest path. The TOML library needs stack for each part of a dotted name.
 constexpr std::size_t kLongestLine = 8192;
 
+std::string Quoted(std::string_view iName)
+{
+    return std::string(1, '"').append(iName).append(1, '"');
+}
+
 class Reader
 {
 public:
@@ -103,9 +108,8 @@ private:
         for (const auto& [key, node] : iTop) {
             const toml::array* const tables = node.as_array();
             if (key.str() != kEntries || !tables) {
-                Note(key.source().begin.line, "\"" + std::string(key.str()) +
-                                                  "\" means nothing here: an entry is a table "
-                                                  "[[adapter]]");
+                Note(key.source().begin.line,
+                     Quoted(key.str()) + " means nothing here: an entry is a table [[adapter]]");
                 continue;
             }
             for (const toml::node& each : *tables)
@@ -141,7 +145,7 @@ private:
         const toml::value<std::string>* const value = node ? node->as_string() : nullptr;
         const auto refuse = [&](const toml::node& where, const char* why) {
             Note(where.source().begin.line,
-                 "\"" + std::string(iKey) + "\" " + why + ": the entry is left out");
+                 Quoted(iKey).append(" ").append(why).append(": the entry is left out"));
             return std::nullopt;
         };
         if (!node)
@@ -158,8 +162,7 @@ private:
         for (const auto& [key, node] : iTable)
             if (key.str() != "class" && key.str() != "interface" && key.str() != "library" &&
                 key.str() != "creator")
-                Note(key.source().begin.line,
-                     "\"" + std::string(key.str()) + "\" means nothing in an entry");
+                Note(key.source().begin.line, Quoted(key.str()) + " means nothing in an entry");
     }
 
     std::string _Text;
