@@ -16,8 +16,8 @@ if(NOT KW4TOOLS_SANITIZER)
   target_link_options(hardened_build INTERFACE -Wl,-z,relro -Wl,-z,now -Wl,-z,noexecstack)
 endif()
 
-# kw_compile_quickly(<level>): for what is compiled more often than it is run long, below this directory. A
-# development build optimizes it little; the presets of type Debug know its variables.
+# kw_compile_quickly(<level>): for what is compiled more often than it is run long, in this directory
+# and below. A development build optimizes it little; the presets of type Debug know its variables.
 macro(kw_compile_quickly level)
   add_compile_options($<$<CONFIG:RelWithDebInfo>:${level}> $<$<CONFIG:RelWithDebInfo>:-g1>)
 endmacro()

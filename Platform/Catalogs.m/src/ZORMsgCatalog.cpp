@@ -2,8 +2,9 @@
 
 #include "CatalogFailure.h"
 #include "CatalogLookup.h"
-#include "RaiseMsgError.h"
+#include "RaiseWithText.h"
 #include "ZORMsg.h"
+#include "ZORMsgError.h"
 
 #include <new>
 
@@ -36,13 +37,13 @@ ZORMsg* ZORMsgCatalog::GetMsg(const ZORUnicodeString& iKey)
         text = _Lookup->Find({iKey.ConvertToChar(), iKey.GetLengthInBytes()});
         exists = text || _Lookup->Exists();
     } catch (const CatalogFailure& failure) {
-        RaiseMsgError(failure.what(), kFile, __LINE__);
+        RaiseWithText<ZORMsgError>(failure.what(), kFile, __LINE__);
     }
     if (!text)
-        RaiseMsgError("message catalog " + Text(_Name) + ": " +
-                          (exists ? "there is no text for " + Text(iKey)
-                                  : "not found (asked for " + Text(iKey) + ")"),
-                      kFile, __LINE__);
+        RaiseWithText<ZORMsgError>("message catalog " + Text(_Name) + ": " +
+                                       (exists ? "there is no text for " + Text(iKey)
+                                               : "not found (asked for " + Text(iKey) + ")"),
+                                   kFile, __LINE__);
     if (auto* const message = new ZORMsg(ZORUnicodeString(*text)))
         return message;
     throw std::bad_alloc();

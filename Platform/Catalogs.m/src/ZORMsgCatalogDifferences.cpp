@@ -4,7 +4,8 @@
 #include "CatalogFile.h"
 #include "CatalogSearch.h"
 #include "MessagePlaces.h"
-#include "RaiseMsgError.h"
+#include "RaiseWithText.h"
+#include "ZORMsgError.h"
 
 #include <map>
 #include <set>
@@ -116,9 +117,10 @@ std::vector<std::string> ZORMsgCatalogDifferences(const char* iCatalog)
     try {
         locales = ReadLocales(iCatalog);
     } catch (const CatalogFailure& failure) {
-        RaiseMsgError(failure.what(), kFile, __LINE__);
+        RaiseWithText<ZORMsgError>(failure.what(), kFile, __LINE__);
     }
     if (locales.empty())
-        RaiseMsgError(std::string("message catalog ") + iCatalog + ": not found", kFile, __LINE__);
+        RaiseWithText<ZORMsgError>(std::string("message catalog ") + iCatalog + ": not found",
+                                   kFile, __LINE__);
     return Differences(locales);
 }

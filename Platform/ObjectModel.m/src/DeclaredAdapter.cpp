@@ -1,10 +1,9 @@
 #include "DeclaredAdapter.h"
 
+#include "RaiseWithText.h"
 #include "ZORInternalError.h"
 
-#include <cstdlib>
 #include <dlfcn.h>
-#include <memory>
 #include <utility>
 
 namespace
@@ -66,10 +65,5 @@ ZORCreator DeclaredAdapter::Load() const
 void DeclaredAdapter::Raise(const std::string& iWhat) const
 {
     const std::string text = _File + ": line " + std::to_string(_Entry.line) + ": " + iWhat;
-    std::unique_ptr<ZORInternalError> error(new ZORInternalError);
-    if (!error)
-        throw std::bad_alloc();
-    error->SetText(ZORUnicodeString(text));
-    error.release()->Throw("Platform/ObjectModel.m/src/DeclaredAdapter", __LINE__);
-    std::abort(); // Throw of this class never returns
+    RaiseWithText<ZORInternalError>(text, "Platform/ObjectModel.m/src/DeclaredAdapter", __LINE__);
 }

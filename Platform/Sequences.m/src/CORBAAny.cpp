@@ -1,5 +1,6 @@
 #include "CORBAAny.h"
 
+#include "RaiseWithText.h"
 #include "ZORInternalError.h"
 #include "_SEQUENCE_CORBAAny.h"
 #include "_SEQUENCE_octet.h"
@@ -22,11 +23,8 @@ using AnySequence = ZORSequenceOf<CORBAAny>;
 
 void RaiseTooLarge(const std::string& iWhat)
 {
-    std::unique_ptr<ZORInternalError> error(new ZORInternalError);
-    if (!error)
-        throw std::bad_alloc();
-    error->SetText((iWhat + " does not fit in an any").c_str());
-    error.release()->Throw("Platform/Sequences.m/src/CORBAAny", __LINE__);
+    RaiseWithText<ZORInternalError>(iWhat + " does not fit in an any",
+                                    "Platform/Sequences.m/src/CORBAAny", __LINE__);
 }
 
 // Elements that are in use and for which there is room.

@@ -1,10 +1,9 @@
 #include "sequence.h"
 
+#include "RaiseWithText.h"
 #include "ZORInternalError.h"
 
 #include <cctype>
-#include <memory>
-#include <new>
 #include <string>
 
 namespace
@@ -40,11 +39,7 @@ void sequence::exit(const char* iFormat, int iFirst, int iSecond, int iThird, in
 {
     const std::string text =
         "index out of range: " + Expand(iFormat, {iFirst, iSecond, iThird, iFourth});
-    std::unique_ptr<ZORInternalError> error(new ZORInternalError);
-    if (!error)
-        throw std::bad_alloc();
-    error->SetText(text.c_str());
-    error.release()->Throw("Platform/Sequences.m/src/sequence", __LINE__);
+    RaiseWithText<ZORInternalError>(text, "Platform/Sequences.m/src/sequence", __LINE__);
 }
 
 void sequence::Assignation(const void*, int) {}

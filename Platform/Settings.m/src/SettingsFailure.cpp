@@ -1,10 +1,9 @@
 #include "SettingsFailure.h"
 
+#include "RaiseWithText.h"
 #include "ZORSettingError.h"
 
 #include <algorithm>
-#include <memory>
-#include <new>
 #include <system_error>
 
 TextPosition PositionOf(std::string_view iText, std::size_t iOffset)
@@ -23,12 +22,8 @@ TextPosition PositionOf(std::string_view iText, std::size_t iOffset)
 
 void RaiseFailure(const std::string& iFile, const std::string& iWhat)
 {
-    std::unique_ptr<ZORSettingError> error(new ZORSettingError);
-    if (!error)
-        throw std::bad_alloc();
-    error->SetText(ZORUnicodeString("settings file " + iFile + ": " + iWhat));
-    error.release()->Throw("Platform/Settings.m/src/SettingsFailure", __LINE__);
-    throw std::bad_alloc(); // not reached: Throw of this class does not return
+    RaiseWithText<ZORSettingError>("settings file " + iFile + ": " + iWhat,
+                                   "Platform/Settings.m/src/SettingsFailure", __LINE__);
 }
 
 void RaiseSystemFailure(const std::string& iFile, const std::string& iStep, int iError)

@@ -1,12 +1,10 @@
 #include "ZORListValZORUnicodeString.h"
 
+#include "RaiseWithText.h"
 #include "ZORInternalError.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <iterator>
-#include <memory>
-#include <new>
 #include <string>
 #include <utility>
 
@@ -46,10 +44,6 @@ void ZORListValZORUnicodeString::RaiseOutOfRange(int iIndex) const
     const std::string message = "list index " + std::to_string(iIndex) +
                                 " is out of range: the list has " + std::to_string(Size()) +
                                 (Size() == 1 ? " element" : " elements") + ", counted from 1";
-    std::unique_ptr<ZORInternalError> error(new ZORInternalError);
-    if (!error)
-        throw std::bad_alloc();
-    error->SetText(ZORUnicodeString(message));
-    error.release()->Throw("Platform/Text.m/src/ZORListValZORUnicodeString", __LINE__);
-    std::abort(); // Throw of this class never returns
+    RaiseWithText<ZORInternalError>(message, "Platform/Text.m/src/ZORListValZORUnicodeString",
+                                    __LINE__);
 }
