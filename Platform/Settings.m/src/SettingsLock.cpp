@@ -16,7 +16,6 @@ namespace
 
 using Clock = std::chrono::steady_clock;
 
-constexpr std::chrono::seconds kLongestWait(10);
 constexpr std::chrono::microseconds kStep(100);
 // Who has stepped aside for so many steps tries all the same.
 constexpr int kPatience = 100;
@@ -114,7 +113,7 @@ void SettingsLock::LetWritersIn(const struct stat* iTarget)
 
 void SettingsLock::Wait()
 {
-    const Clock::time_point end = Clock::now() + kLongestWait;
+    const Clock::time_point end = Clock::now() + SettingsQueue::kLongestWait;
     SettingsQueue queue(_Directory, _Name);
     for (int step = 1; !TryToLock(queue.MustStepAside() && step % kPatience != 0); ++step) {
         if (Clock::now() >= end)

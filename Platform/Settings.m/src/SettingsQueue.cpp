@@ -1,7 +1,6 @@
 #include "SettingsQueue.h"
 
 #include <algorithm>
-#include <chrono>
 #include <fcntl.h>
 #include <functional>
 
@@ -16,7 +15,7 @@ constexpr std::int64_t kTimes = std::int64_t{1} << kTimeBits;
 // In microseconds. Who waits less is not stepped aside for: to hand the lock over takes longer than
 // many a save. Who seems to wait longer than anybody does is stopped.
 constexpr std::int64_t kMoment = 10'000;
-constexpr std::int64_t kLongestWait = 10'000'000;
+constexpr std::int64_t kLongest = std::chrono::microseconds(SettingsQueue::kLongestWait).count();
 
 std::int64_t Now()
 {
@@ -54,7 +53,7 @@ bool SettingsQueue::MustStepAside() const
     const std::int64_t now = Now();
     const std::int64_t end = now - kMoment;
     short type = F_WRLCK;
-    return Lock(F_OFD_GETLK, type, std::max<std::int64_t>(now - kLongestWait, 0),
+    return Lock(F_OFD_GETLK, type, std::max<std::int64_t>(now - kLongest, 0),
                 _Since == kNotJoined ? end : std::min(end, _Since)) &&
            type != F_UNLCK;
 }

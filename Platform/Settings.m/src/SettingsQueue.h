@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <string_view>
 #include <sys/types.h>
@@ -15,6 +16,9 @@
 class SettingsQueue
 {
 public:
+    // Nobody waits longer.
+    static constexpr std::chrono::seconds kLongestWait{10};
+
     // `iDirectory` is open for this save alone.
     SettingsQueue(int iDirectory, std::string_view iName);
     // Leaves the queue.
