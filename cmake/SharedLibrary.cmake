@@ -14,6 +14,7 @@ function(kw_shared_library target)
     $<BUILD_INTERFACE:hardened_build>)
   target_compile_features(${target} PUBLIC cxx_std_17)
   kw_precompile(${target})
+  kw_combine(${target})
   set_target_properties(${target} PROPERTIES
     EXPORT_NAME ${arg_EXPORT_NAME}
     VERSION ${PROJECT_VERSION}

@@ -5,7 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <random>
-#include <regex>
+#include <regex.h>
 #include <string>
 #include <vector>
 
@@ -24,21 +24,22 @@ std::string Built(const char* iText, const Parameters& iParameters)
 // The rule for places as a pattern.
 std::string Model(const std::string& iText, const Parameters& iParameters)
 {
-    static const std::regex brace("\\{\\{|\\{([1-9][0-9]?)\\}");
+    regex_t brace;
+    regcomp(&brace, "[{][{]|[{]([1-9][0-9]?)[}]", REG_EXTENDED);
     std::string built;
-    auto at = iText.cbegin();
-    for (std::sregex_iterator each(iText.begin(), iText.end(), brace), end; each != end; ++each) {
-        built.append(at, iText.cbegin() + each->position());
-        at = iText.cbegin() + each->position() + each->length();
-        const std::string number = each->str(1);
-        if (number.empty())
+    const char* at = iText.c_str();
+    for (regmatch_t found[2]; regexec(&brace, at, 2, found, 0) == 0; at += found[0].rm_eo) {
+        built.append(at, at + found[0].rm_so);
+        const std::size_t number = found[1].rm_so < 0 ? 0 : std::stoul(at + found[1].rm_so);
+        if (number == 0)
             built += '{';
-        else if (std::stoul(number) <= iParameters.size())
-            built += iParameters[std::stoul(number) - 1].ConvertToChar();
+        else if (number <= iParameters.size())
+            built += iParameters[number - 1].ConvertToChar();
         else
-            built += each->str();
+            built.append(at + found[0].rm_so, at + found[0].rm_eo);
     }
-    return built.append(at, iText.cend());
+    regfree(&brace);
+    return built + at;
 }
 
 } // namespace

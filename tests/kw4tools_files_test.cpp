@@ -4,12 +4,12 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <regex>
 #include <set>
 #include <sstream>
 #include <sys/stat.h>
 
 using testing::HasSubstr;
+using testing::MatchesRegex;
 using testing::StartsWith;
 
 TEST(kw4tools_check, TellsWhatOneMayDoWithAFile)
@@ -165,8 +165,9 @@ std::vector<std::string> Lines(const std::string& iText)
 TEST(kw4tools_id, PrintsANewIdentifier)
 {
     const Kw4tools program;
-    const std::regex form("[0-9a-f]{8}-[0-9a-f]{4}-4[0-9a-f]{3}-[89ab][0-9a-f]{3}-[0-9a-f]{12}\n");
-    EXPECT_TRUE(std::regex_match(program.Result({"id"}), form));
+    EXPECT_THAT(
+        program.Result({"id"}),
+        MatchesRegex("[0-9a-f]{8}-[0-9a-f]{4}-4[0-9a-f]{3}-[89ab][0-9a-f]{3}-[0-9a-f]{12}\n"));
     EXPECT_NE(program.Result({"id"}), program.Result({"id"}));
 }
 
@@ -183,9 +184,8 @@ TEST(kw4tools_id, PrintsAsManyAsWanted)
 TEST(kw4tools_id, PrintsOctetsAsHexadecimalPairs)
 {
     const Kw4tools program;
-    const std::regex pairs("[0-9a-f]{2}( [0-9a-f]{2}){35}");
     for (const std::string& line : Lines(program.Result({"id", "--octets", "--count", "3"}))) {
-        ASSERT_TRUE(std::regex_match(line, pairs)) << line;
+        ASSERT_THAT(line, MatchesRegex("[0-9a-f]{2}( [0-9a-f]{2}){35}"));
         EXPECT_EQ(line.substr(3 * 8, 2), "2d") << "the ninth character of the text is a hyphen";
     }
 }
