@@ -50,7 +50,8 @@ private:
     }                                                                                              \
     const GUID& Class::ClassId()                                                                   \
     {                                                                                              \
-        return MetaObject()->GetClassId();                                                         \
+        static const GUID& id = MetaObject()->GetClassId(); /* every query asks for it */          \
+        return id;                                                                                 \
     }                                                                                              \
     const char* Class::ClassName()                                                                 \
     {                                                                                              \
