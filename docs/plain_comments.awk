@@ -7,7 +7,8 @@
 # - A comment with a blank line below it is about the file.
 # - "// ---- Title" begins a group of declarations, which ends at the next one, at the end of the
 #   file, or at its `#ifdef __cplusplus`.
-# - Text with four blanks or more before it, and an empty line above, is code.
+# - Text with four blanks or more before it, and an empty line above, is code: C++ when a semicolon
+#   stands in its first paragraph. A test compiles that (tests/snippets.sh).
 # - Lists, tables and `code` mean what they mean in Markdown; all else is text and no command.
 
 { line[NR] = $0 }
@@ -160,7 +161,7 @@ function code_goes_on(i, last) {
 
 function language(i, last) {
     for (; i <= last && line[i] !~ /^ *\/\/ ?$/; ++i)
-        if (line[i] ~ /;|[{]$/)
+        if (line[i] ~ /;/)
             return "cpp"
     return "unparsed"
 }

@@ -23,6 +23,12 @@ foreach(document IN LISTS documents)
   set_tests_properties("document.${document}" PROPERTIES ENVIRONMENT "${KW_TEST_ENVIRONMENT}")
 endforeach()
 
+# The code in the comments of the public headers.
+get_target_property(headers ZORPLATFORM KW_PUBLIC_HEADERS)
+get_target_property(library_headers KW4TOOLS KW_PUBLIC_HEADERS)
+add_test(NAME document.snippets COMMAND "${CMAKE_CURRENT_SOURCE_DIR}/snippets.sh"
+  "${PROJECT_SOURCE_DIR}" "${CMAKE_CXX_COMPILER}" ${headers} ${library_headers})
+
 # What is written by a program, or tells of the sources.
 add_test(NAME document.intervals COMMAND sh -c
   "\"$1\" \"$2\" | diff -u \"$3\" -" sh "${PROJECT_SOURCE_DIR}/docs/intervals.sh"

@@ -6,6 +6,11 @@ set -euo pipefail
 deb=$1
 root=$2
 
+# Shells in there look for /proc. The mount is seen by this script alone, and goes with it.
+if [ ! -e "$root/proc/self" ]; then
+    exec unshare --mount sh -c 'mount -t proc proc "$0/proc" && exec "$@"' "$root" "$0" "$deb" "$root"
+fi
+
 inside() { chroot "$root" env -i PATH=/usr/sbin:/usr/bin:/sbin:/bin HOME=/root LC_ALL=C "$@"; }
 
 expect() {

@@ -8,7 +8,8 @@
 // Where message catalogs are looked for, and which are there: what an administrator wants to see.
 //
 //     for (const ZORMsgCatalogDirectory& each : ZORMsgCatalogDirectories())
-//         for (const std::string& name : each.names) …
+//         for (const std::string& name : each.names)
+//             std::cout << each.path << '/' << name << '\n';
 //
 // A text is looked for by its key, so a file does not hide another of the same name in a later
 // directory as a whole: its texts come before those of that one.

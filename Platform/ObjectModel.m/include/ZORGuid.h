@@ -8,7 +8,9 @@
 
 // A class or interface identifier: 128 bits. A plain value.
 //
-//     if (object->QueryInterface(SomeInterface::ClassId(), &found) == ZORInterfaceFound) …
+//     void* found = nullptr;
+//     if (object->QueryInterface(SomeInterface::ClassId(), &found) == ZORInterfaceFound)
+//         static_cast<SomeInterface*>(found)->Release();
 //
 // Thread rule: as for an int.
 struct GUID {

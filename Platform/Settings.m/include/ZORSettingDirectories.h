@@ -8,7 +8,8 @@
 // Where settings files are looked for, and which are there: what an administrator wants to see.
 //
 //     for (const ZORSettingDirectory& each : ZORSettingDirectories())
-//         for (const std::string& name : each.names) …
+//         for (const std::string& name : each.names)
+//             std::cout << each.path << '/' << name << '\n';
 //
 // A name that an earlier directory has too is hidden by that one.
 

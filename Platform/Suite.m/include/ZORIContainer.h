@@ -5,10 +5,10 @@
 
 // The container of a model: the components that belong to it, in the order they were added.
 //
-//     container->AddMember(part.Get());
+//     container->AddMember(part);
 //     for (int i = 1; i <= container->CountMembers(); ++i)
 //         Show(container->GetMember(i));
-//     container->RemoveMember(part.Get());
+//     container->RemoveMember(part);
 //
 // A component is a member once, by whichever of its interfaces it was added. The container holds a
 // reference to each member and gives them back when it goes. Members that hold their container keep

@@ -32,7 +32,7 @@ public:
 //         ZORString text;
 //         std::ostream& line = trace.GetLigne().GetStream();
 //         line << trace.Indent(text, trace.GetIndent() + 3);
-//         line << trace.GetMethod(text) << " iFileName = " << … << std::endl;
+//         line << trace.GetMethod(text) << " iFileName = plate.model" << std::endl;
 //         trace.Out();
 //     }
 //

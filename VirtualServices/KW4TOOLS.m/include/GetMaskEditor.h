@@ -7,7 +7,7 @@
 // call makes another one. A null handle means that nobody implements it.
 //
 //     if (ZORIDuxMaskEditor_var found = GetMaskEditor())
-//         found->…;
+//         found->PutMask("PartNumber", "##-####");
 //
 // An error on the way, such as a library that cannot be loaded, goes on to the caller; one of the
 // ZORError family is told on standard error before. Opens no trace scope. Thread rule: any thread.

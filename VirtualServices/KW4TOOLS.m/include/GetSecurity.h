@@ -7,7 +7,7 @@
 // owner; every call makes another one. A null handle means that nobody implements it.
 //
 //     if (ZORIDuxSecurity_var found = GetSecurity())
-//         found->…;
+//         std::puts(found->IsAllowed("ann", "change", "plate") ? "yes" : "no");
 //
 // An error on the way, such as a library that cannot be loaded, goes on to the caller; one of the
 // ZORError family is told on standard error before. Opens no trace scope. Thread rule: any thread.

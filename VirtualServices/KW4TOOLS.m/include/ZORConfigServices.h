@@ -7,7 +7,8 @@
 
 // Lists of object identifiers and effectivity intervals, as the configuration code keeps them.
 //
-//     _SEQUENCE_CORBAAny wanted = …, known = …;
+//     _SEQUENCE_CORBAAny wanted, known;
+//     …
 //     RemoveDuplicate(wanted);
 //     _SEQUENCE_CORBAAny missing = SequenceCrbAnySubstraction(wanted, known);
 //
