@@ -66,7 +66,9 @@ cmake -S "$source/tests/install/cmake_consumer" -B "$work/cmake" -DCMAKE_CXX_COM
     -DCMAKE_PREFIX_PATH="$prefix" >/dev/null
 cmake --build "$work/cmake" >/dev/null
 check "$work/cmake/consumer"
-echo "A consumer built with CMake works."
+cmake -S "$source/tests/install/cmake_consumer" -B "$work/directory" -DCMAKE_CXX_COMPILER="$cxx" \
+    -DKW4TOOLS_DIR="$libraries/cmake/KW4TOOLS" >/dev/null
+echo "A consumer built with CMake works, and one that is told the package's directory is configured."
 check_catalogs "$work/cmake/consumer"
 echo "Catalogs are found where the tree was moved to."
 
