@@ -11,15 +11,15 @@
 
 // Where ZORUnicodeString::SearchSubString begins.
 enum ZORSearchMode : int {
-    ZORSearchForward = 1,
-    ZORSearchBackward = 2,
+    ZORSearchForward = 1,  // at the beginning of the text, for the first occurrence
+    ZORSearchBackward = 2, // at its end, for the last one
 };
 
 // The ends ZORUnicodeString::Strip works on.
 enum ZORStripMode : int {
-    ZORStripLeading = 1,
-    ZORStripTrailing = 2,
-    ZORStripBoth = 3,
+    ZORStripLeading = 1,  // the beginning
+    ZORStripTrailing = 2, // the end
+    ZORStripBoth = 3,     // both
 };
 
 // Text of the suite: a value that holds UTF-8.
