@@ -99,6 +99,10 @@ echo "The library builds against the installed platform."
 
 cmake --install "$work/library" >/dev/null
 mv "$work/early" "$work/late"
+if ldd "$work/absolute/lib/libKW4TOOLS.so" | grep 'not found'; then
+    echo "The library does not find the platform that it was built against."
+    exit 1
+fi
 # shellcheck disable=SC2046
 "$cxx" -std=c++17 "$source/tests/install/consumer.cpp" -o "$work/absolute/consumer" \
     $(PKG_CONFIG_PATH=$work/absolute/lib/pkgconfig:$PKG_CONFIG_PATH pkg-config --cflags --libs kw4tools)
