@@ -1,5 +1,4 @@
 # The Debian package, made by `cpack` in a build for /usr: see `./dev package`.
-set(documents "${CMAKE_INSTALL_DATADIR}/doc/kw4tools")
 set(packaging "${PROJECT_SOURCE_DIR}/packaging")
 find_program(GZIP gzip REQUIRED)
 add_custom_command(
@@ -10,7 +9,7 @@ add_custom_command(
   VERBATIM)
 add_custom_target(changelog ALL DEPENDS "${PROJECT_BINARY_DIR}/changelog.gz")
 install(FILES "${PROJECT_BINARY_DIR}/changelog.gz" "${packaging}/copyright"
-  DESTINATION "${documents}")
+  DESTINATION "${CMAKE_INSTALL_DOCDIR}")
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME kw4tools)
