@@ -51,6 +51,7 @@ expect 'DUX_SEARCH_PATH DUX_OTHER two\ words' settings get DUXAdmin ''
 expect 'DUX_OTHER' settings put DUXAdmin DUX_O
 expect '' settings put DUXAdmin DUX_OTHER ''
 expect 'two\ words' settings remove DUXAdmin t
+expect 'two\ words' settings remove DUXAdmin 'two\ w'
 expect 'DUX_OTHER' --separator , settings get --origin DUXAdmin DUX_O
 expect 'DUX_OTHER' settings get -- DUXAdmin DUX_O
 expect '--origin' settings get --o

@@ -63,9 +63,8 @@ constexpr char kTail[] = R"bash(    esac
 _kw4tools_lines() {
     local line quoted
     while IFS= read -r line; do
-        [[ $line == "$current"* ]] || continue
         printf -v quoted %q "$line"
-        COMPREPLY+=("$quoted")
+        [[ $line != "$current"* && $quoted != "$current"* ]] || COMPREPLY+=("$quoted")
     done
 }
 
