@@ -4,6 +4,7 @@
 #   completions.sh PAGES DIRECTORY-OF-THE-PROGRAM
 set -euo pipefail
 pages=$1
+here=$(realpath "$(dirname "${BASH_SOURCE[0]}")")
 PATH=$(realpath "$2"):$PATH
 
 site=$(mktemp -d)
@@ -66,8 +67,8 @@ expect '' --separator s
 echo "bash completes commands, options, settings files, settings, files and variables."
 
 if command -v zsh >/dev/null; then
-    zsh -n "$pages/_kw4tools"
-    echo "zsh takes its completion for sound."
+    "$here/completions.zsh" "$pages"
+    echo "zsh completes them, too."
 else
     echo "zsh is not here: its completion was not looked at."
 fi

@@ -36,6 +36,7 @@ if(KW4TOOLS_TOOLS)
   # The man page and the completions.
   add_test(NAME completions COMMAND "${CMAKE_CURRENT_SOURCE_DIR}/completions.sh"
     "$<TARGET_FILE_DIR:kw4tools_pages>" "$<TARGET_FILE_DIR:kw4tools>")
+  set_tests_properties(completions PROPERTIES TIMEOUT 60) # it waits for what a shell prints
 
   add_executable(find_file "${PROJECT_SOURCE_DIR}/examples/find_file.cpp")
   target_link_libraries(find_file PRIVATE KW4TOOLS::KW4TOOLS)
