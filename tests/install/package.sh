@@ -32,6 +32,9 @@ echo "It installs with what is there."
 
 version=$(dpkg-deb -f "$deb" Version)
 expect "the program" "$(inside kw4tools --version)" "kw4tools $version"
+expect "what packages built on it need" "$(dpkg-deb -I "$deb" shlibs)" \
+    "libKW4TOOLS 1 kw4tools (>= $version)
+libZORPLATFORM 1 kw4tools (>= $version)"
 mkdir -p "$root/tmp/site/models"
 touch "$root/tmp/site/models/plate.model"
 inside env ZOR_SETTINGS_PATH=/tmp/site kw4tools settings put DUXAdmin DUX_SEARCH_PATH /tmp/site/models
