@@ -15,8 +15,9 @@ DUX_SEARCH_PATH = "a"
 DUX_OTHER = "b"
 "two words" = "c"
 TOML
+cp "$site/settings/DUXAdmin.toml" "$site/my settings.toml"
 touch "$site/settings/site.toml" "$site/parts.txt" "$site/party.txt"
-export ZOR_SETTINGS_PATH=$site/settings
+export ZOR_SETTINGS_PATH=$site/settings HOME=$site
 cd "$site"
 
 # shellcheck source=/dev/null
@@ -55,6 +56,8 @@ expect 'two\ words' settings remove DUXAdmin t
 expect 'two\ words' settings remove DUXAdmin 'two\ w'
 expect 'DUX_OTHER' --separator , settings get --origin DUXAdmin DUX_O
 expect 'DUX_OTHER' settings get -- DUXAdmin DUX_O
+expect 'DUX_OTHER' settings get './my\ settings.toml' DUX_O
+expect 'DUX_OTHER' settings get '~/my\ settings.toml' DUX_O
 expect '--origin' settings get --o
 expect '--trace' split --t
 expect './settings' settings get ./s

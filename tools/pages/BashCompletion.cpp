@@ -78,6 +78,9 @@ _kw4tools_values() {
         [[ $current != */* ]] || _kw4tools_values file
         ;;
     setting)
+        # What the shell will make of a plain word.
+        [[ $file != '~/'* ]] || file=$HOME/${file#'~/'}
+        IFS= read file <<<"$file"
         _kw4tools_lines < <("$program" settings list -- "$file" 2>/dev/null)
         ;;
     variable)

@@ -111,7 +111,9 @@ _kw4tools_of_settings_file() {
 
 # The settings of the file that is the first argument.
 _kw4tools_of_setting() {
-    local -a names=(${(f)"$(_call_program settings kw4tools settings list -- ${(q)line[1]} 2>/dev/null)"})
+    local file=${(Q)line[1]} # what the shell will make of it
+    [[ $file != '~/'* ]] || file=$HOME/${file#'~/'}
+    local -a names=(${(f)"$(_call_program settings kw4tools settings list -- ${(q)file} 2>/dev/null)"})
     compadd -a names
 }
 )zsh";
