@@ -14,6 +14,7 @@ DUX_SEARCH_PATH = "a"
 DUX_OTHER = "b"
 "two words" = "c"
 TOML
+printf '"a $b" = "x"\nshape = "y"\n' >"$site/settings/My file.toml"
 touch "$site/settings/site.toml" "$site/parts.txt" "$site/party.txt"
 export ZOR_SETTINGS_PATH=$site/settings
 cd "$site"
@@ -45,7 +46,7 @@ expect() {
 expect 'settings status search split schema' s
 expect 'get' settings g
 expect 'get put remove list edit' settings ''
-expect 'DUXAdmin site' settings get ''
+expect 'DUXAdmin My\ file site' settings get ''
 expect 'site' settings edit s
 expect 'DUX_SEARCH_PATH DUX_OTHER two\ words' settings get DUXAdmin ''
 expect 'DUX_OTHER' settings put DUXAdmin DUX_O
@@ -61,11 +62,26 @@ expect 'parts.txt' report party.txt parts
 expect 'ZOR_SETTINGS_PATH' env ZOR_SETTINGS
 expect '' find part
 expect 'parts.txt party.txt' schema load --path part
+expect 'parts.txt party.txt' schema load --path = part
 expect '' --separator s
+# Words are what the shell makes of them.
+expect 'My\ file' settings get 'My\ f'
+expect 'a\ \$b shape' settings get 'My\ file' ''
+expect 'a\ \$b' settings get "'My file'" 'a\ '
+expect 'a \$b' settings get '"My file"' '"a '
+expect 'a $b' settings get 'My\ file' "'a "
 echo "bash completes commands, options, settings files, settings, files and variables."
 
 if command -v zsh >/dev/null; then
     zsh -n "$pages/_kw4tools"
+    # The functions alone, with stand-ins for those that ask the program and that offer.
+    got=$(zsh -f -c '
+        _call_program() { shift; eval "$@"; }
+        compadd() { print -r -- "${(@P)2}"; }
+        source <(sed \$d "$1/_kw4tools")
+        line=("My\\ file")
+        _kw4tools_of_setting' zsh "$pages")
+    [ "$got" = 'a $b shape' ] || { echo "zsh is offered '$got' of a file with a blank" && exit 1; }
     echo "zsh takes its completion for sound."
 else
     echo "zsh is not here: its completion was not looked at."

@@ -47,8 +47,10 @@ const char* Action(Completion iCompletion)
 void WriteOption(const Command::Parameter& iOption, std::ostream& ioStream)
 {
     for (const std::string& name : OptionNames(iOption)) {
-        ioStream << " \\\n        '" << name << "[" << Message(iOption.help) << "]";
-        if (!iOption.value.empty())
+        const bool takesValue = !iOption.value.empty(); // behind a blank or "="
+        ioStream << " \\\n        '" << name << (takesValue ? "=[" : "[") << Message(iOption.help)
+                 << "]";
+        if (takesValue)
             ioStream << ':' << iOption.value << ':' << Action(iOption.completion);
         ioStream << "'";
     }
@@ -111,7 +113,7 @@ _kw4tools_of_settings_file() {
 
 # The settings of the file that is the first argument.
 _kw4tools_of_setting() {
-    local -a names=(${(f)"$(_call_program settings kw4tools settings list -- ${(q)line[1]} 2>/dev/null)"})
+    local -a names=(${(f)"$(_call_program settings kw4tools settings list -- ${(q)${(Q)line[1]}} 2>/dev/null)"})
     compadd -a names
 }
 )zsh";
