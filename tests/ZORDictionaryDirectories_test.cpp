@@ -330,8 +330,10 @@ TEST(ZORDictionaryDirectories, TellsEachMistakeInOneLineAndTakesTheOtherEntries)
         {"[adaptor]\nclass = \"C\"\n",
          "1: \"adaptor\" means nothing here: an entry is a table [[adapter]]"},
         // The notation itself:
-        {"[[adapter]]\nclass = \"C\ninterface = \"I\"\nlibrary = \"l\"\n", "2: "},
-        {"[[adapter]]\nclass = C\ninterface = \"I\"\nlibrary = \"l\"\n", "2: "},
+        {"[[adapter]]\nclass = \"C\ninterface = \"I\"\nlibrary = \"l\"\n",
+         "2: the quotation mark at the end of the text is missing"},
+        {"[[adapter]]\nclass = C\ninterface = \"I\"\nlibrary = \"l\"\n",
+         "2: a text needs quotation marks around it"},
         {"[[adapter]]\nclass = \"C\"\nclass = \"D\"\n", "3: "},
         {"[[adapter]]\nclass\n", "2: "},
         {"[[adapter]\nclass = \"C\"\n", "1: "},

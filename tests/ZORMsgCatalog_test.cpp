@@ -370,6 +370,10 @@ TEST(ZORMsgCatalog, ADamagedFileIsAnErrorWithFileLineAndColumn)
     const std::string file = site.Write("Site", "A = 'fine'\n  B = \"\u00e9\" x\n");
     EXPECT_THAT(Failure("Site", "A"),
                 AllOf(HasSubstr("message catalog " + file + ": line 2, column 11: ")));
+    site.Write("Site", "A = 'fine'\nB = 'never closed\n");
+    EXPECT_THAT(
+        Failure("Site", "A"),
+        HasSubstr("line 2, column 18: the quotation mark at the end of the text is missing"));
     const char* const damaged[] = {
         "A",           "A =",          "A = 'x", "[A",  "A = 'x'\nA = 'y'",
         "A = \"\\q\"", "A = \"\xFF\"", "\xC3",   "= 1", "[A]\n[A]\n",

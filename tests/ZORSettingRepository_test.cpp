@@ -498,6 +498,31 @@ TEST(ZORSettingRepository, TellsWhereAFileIsDamaged)
         EXPECT_THAT(MessageFor(row.bytes), testing::StartsWith(row.message)) << row.bytes;
 }
 
+TEST(ZORSettingRepository, TellsWhatToDoAboutMistakesThatManyMake)
+{
+    const std::string open = "the quotation mark at the end of the text is missing";
+    const std::string plain = "a text needs quotation marks around it";
+    const std::string backslash =
+        "write each backslash twice, or the text in single quotation marks";
+    const std::pair<std::string, std::string> rows[] = {
+        {"A = \"never closed\nB = \"x\"\n", "line 1, column 18: " + open},
+        {"A = \"1\"\n\nB = 'é\r\nC = 'x'\n", "line 3, column 7: " + open},
+        {"A = [\"x\", \"y]\n", "line 1, column 14: " + open},
+        {"A = \"x", "line 1, column 7: " + open},
+        {"A = \"\"\"x\n", "line 1, column 9: " + open},
+        {"A = /usr/include\n", "line 1, column 5: " + plain},
+        {"A = plate\n", "line 1, column 5: " + plain},
+        {"A = \"C:\\dux\"\n",
+         "line 1, column 9: Error while parsing string: unknown escape sequence '\\d': " +
+             backslash},
+    };
+    for (const auto& [bytes, message] : rows)
+        EXPECT_EQ(MessageFor(bytes), message) << bytes;
+    // A control character inside a text is another matter.
+    EXPECT_THAT(MessageFor("A = \"x\x01y\"\n"), HasSubstr("control characters"));
+    EXPECT_THAT(MessageFor("A = \"x\ry\"\n"), HasSubstr("control characters"));
+}
+
 TEST(ZORSettingRepository, SurvivesNestingOfAnyDepth)
 {
     constexpr std::size_t deep = 1000000;

@@ -16,6 +16,7 @@ DUX_OTHER = "b"
 "two words" = "c"
 TOML
 cp "$site/settings/DUXAdmin.toml" "$site/my settings.toml"
+printf '"a $b" = "x"\nshape = "y"\n' >"$site/settings/My file.toml"
 touch "$site/settings/site.toml" "$site/parts.txt" "$site/party.txt"
 export ZOR_SETTINGS_PATH=$site/settings HOME=$site
 cd "$site"
@@ -47,7 +48,7 @@ expect() {
 expect 'settings status search split schema' s
 expect 'get' settings g
 expect 'get put remove list edit' settings ''
-expect 'DUXAdmin site' settings get ''
+expect 'DUXAdmin My\ file site' settings get ''
 expect 'site' settings edit s
 expect 'DUX_SEARCH_PATH DUX_OTHER two\ words' settings get DUXAdmin ''
 expect 'DUX_OTHER' settings put DUXAdmin DUX_O
@@ -66,7 +67,14 @@ expect 'parts.txt' report party.txt parts
 expect 'ZOR_SETTINGS_PATH' env ZOR_SETTINGS
 expect '' find part
 expect 'parts.txt party.txt' schema load --path part
+expect 'parts.txt party.txt' schema load --path = part
 expect '' --separator s
+# Words are what the shell makes of them.
+expect 'My\ file' settings get 'My\ f'
+expect 'a\ \$b shape' settings get 'My\ file' ''
+expect 'a\ \$b' settings get "'My file'" 'a\ '
+expect 'a \$b' settings get '"My file"' '"a '
+expect 'a $b' settings get 'My\ file' "'a "
 echo "bash completes commands, options, settings files, settings, files and variables."
 
 if command -v zsh >/dev/null; then

@@ -48,7 +48,7 @@ expect() {
 }
 
 expect 'get|put|remove|list|edit' 'settings '
-expect 'DUXAdmin|site' 'settings get '
+expect 'DUXAdmin|My file|site' 'settings get '
 expect 'site' 'settings edit s'
 expect 'DUX_SEARCH_PATH|DUX_OTHER|two words' 'settings get DUXAdmin '
 expect 'DUX_OTHER' 'settings put DUXAdmin DUX_O'
@@ -58,3 +58,5 @@ expect 'DUX_OTHER' 'settings get ./my\ settings.toml DUX_O'
 expect 'DUX_OTHER' 'settings get ~/my\ settings.toml DUX_O'
 expect 'ZOR_SETTINGS_PATH' 'env ZOR_SETTINGS'
 expect 'parts.txt|party.txt' 'check part'
+expect 'a $b|shape' 'settings get My\ file '
+expect 'parts.txt|party.txt' 'schema load --path=part'

@@ -9,6 +9,7 @@ if(KW4TOOLS_TOOLS)
   # The parts of the program that stand alone.
   kw_test(IntervalDrawing kw4tools_commands)
   kw_test(Json kw4tools_commands)
+  kw_test(NearestName kw4tools_commands)
   kw_test(SchemaCheck kw4tools_commands)
   foreach(library IN ITEMS Good WithoutCreation Dependency Dependent Lacking Lazy Hosted)
     string(TOUPPER ${library} macro)

@@ -205,13 +205,16 @@ TEST(kw4tools_search, SaysWhatToDoWhenTheSearchPathCannotBeRead)
                                      "along the search path (DUX_SEARCH_PATH in DUXAdmin):\n"
                                      "  $$ cannot be read\n"
                                      "an error ended the search\n"));
-    EXPECT_THAT(empty.err, HasSubstr("kw4tools: the search path cannot be read: mend the setting "
-                                     "DUX_SEARCH_PATH"));
+    EXPECT_THAT(empty.err,
+                HasSubstr("kw4tools: the search path cannot be read: an entry of the setting "
+                          "DUX_SEARCH_PATH in the settings file DUXAdmin is \"$$\" and no name"));
     site.Program().Site().Write("DUXAdmin.toml", "DUX_SEARCH_PATH = \n");
     const auto damaged = site.Program()({"search", "one", "--explain"});
     EXPECT_EQ(damaged.status, 2);
     EXPECT_THAT(damaged.err, HasSubstr("DUXAdmin.toml: line 1, column "));
     EXPECT_THAT(damaged.err, HasSubstr("  it cannot be read\nan error ended the search\n"));
+    EXPECT_THAT(damaged.err, HasSubstr("kw4tools: the search path cannot be read: mend the setting "
+                                       "DUX_SEARCH_PATH"));
 }
 
 TEST(kw4tools_find, PrintsTheFirstPlaceOrNothing)

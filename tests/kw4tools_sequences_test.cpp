@@ -62,6 +62,7 @@ TEST(kw4tools_interval, RefusesWhatIsNoInterval)
         EXPECT_EQ(status, 2);
         EXPECT_EQ(out, "");
         EXPECT_THAT(err, StartsWith("kw4tools: SECOND is "));
+        EXPECT_THAT(err, HasSubstr("; an interval is START:END or START\n"));
     }
     EXPECT_EQ(program({"interval", "1:2", "1:2", "--step", "x"}).status, 2);
 }

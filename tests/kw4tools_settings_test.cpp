@@ -184,6 +184,9 @@ TEST(kw4tools_settings, SaysWhatToDoWhenAnErrorIsRaised)
         {{"remove", "damaged", "A"}, "damaged.toml: line 1, column ", "'damaged'; mend what"},
         {{"list", "damaged"}, "damaged.toml: line 1, column ", "'damaged'; mend what"},
         {{"put", "site", std::string(200, 'n'), "1"}, "199", "'site'; mend what"},
+        {{"put", "/etc/passwd/site", "A", "1"},
+         "cannot reach /etc/passwd/site: Not a directory",
+         "'/etc/passwd/site'; mend what"},
     };
     const Kw4tools program;
     program.Site().Write("damaged.toml", "A = \n");

@@ -124,7 +124,7 @@ TEST(kw4tools_status, PrintsAsMuchAsThereIs)
     EXPECT_THAT(Lines(program.Result({"status"})), ElementsAre());
 }
 
-TEST(kw4tools_status, SaysWhatToDoWhenTheSearchPathCannotBeTold)
+TEST(kw4tools_status, SaysWhatToDoWhenTheSearchPathCannotBeRead)
 {
     const Kw4tools program;
     const std::string root = program.Site().Path();
@@ -133,5 +133,7 @@ TEST(kw4tools_status, SaysWhatToDoWhenTheSearchPathCannotBeTold)
     EXPECT_EQ(status, 2);
     EXPECT_THAT(Lines(out), ElementsAre("settings directory: " + root + " (exists)",
                                         "settings file: " + root + "/DUXAdmin.toml"));
-    EXPECT_THAT(err, HasSubstr("kw4tools: the search path cannot be told: mend"));
+    EXPECT_THAT(err, HasSubstr("kw4tools: the search path cannot be read: mend"));
+    program.Site().Write("DUXAdmin.toml", "DUX_SEARCH_PATH = '/site:$$'\n");
+    EXPECT_THAT(program({"status"}).err, HasSubstr("is \"$$\" and no name"));
 }

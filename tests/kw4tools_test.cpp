@@ -131,6 +131,29 @@ TEST(kw4tools, TellsWrongUsageOnStandardErrorAndExitsWithTwo)
     }
 }
 
+TEST(kw4tools, AsksWhetherANameThatIsNearlyRightWasMeant)
+{
+    const struct {
+        Arguments arguments;
+        const char* problem;
+    } rows[] = {
+        {{"sttings"}, "there is no command 'sttings' (did you mean 'kw4tools settings'?)\n"},
+        {{"settings", "gte"}, "no command 'gte' (did you mean 'kw4tools settings get'?)\n"},
+        {{"get"}, "there is no command 'get' (did you mean 'kw4tools settings get'?)\n"},
+        {{"text", "find"}, "there is no command 'find' (did you mean 'kw4tools find'?)\n"},
+        {{"search", "--explian"}, "there is no option '--explian' (did you mean '--explain'?); if"},
+        {{"split", "--sep=:"}, "there is no option '--sep' (did you mean '--separator'?); if"},
+        {{"frobnicate"}, "there is no command 'frobnicate'\n"},
+        {{""}, "there is no command ''\n"},
+        {{"split", "--frob"}, "there is no option '--frob'; if"},
+        {{"split", "-x"}, "there is no option '-x'; if"},
+        {{"split", "---"}, "there is no option '---'; if"},
+    };
+    const Kw4tools program;
+    for (const auto& row : rows)
+        EXPECT_THAT(program(row.arguments).err, HasSubstr(row.problem));
+}
+
 // The arguments that command-line parsers are fond of reading something into.
 TEST(kw4tools, TakesEveryArgumentByteForByte)
 {

@@ -156,7 +156,7 @@ Command& Command::Does(std::function<Status(Session&)> iAction)
     return *this;
 }
 
-Command& Command::Advises(std::function<std::string()> iAdvice)
+Command& Command::Advises(std::function<std::string(ZORError&)> iAdvice)
 {
     _Advice = std::move(iAdvice);
     return *this;
@@ -170,9 +170,10 @@ const Command& Command::Chosen() const
     return *this;
 }
 
-std::string Command::Advice() const
+std::string Command::Advice(ZORError& iError) const
 {
-    return _Advice ? _Advice() : "stopped by the error above; mend what it names and try again";
+    return _Advice ? _Advice(iError)
+                   : "stopped by the error above; mend what it names and try again";
 }
 
 std::string Command::Name() const

@@ -14,6 +14,7 @@ namespace CLI
 {
 class App;
 }
+class ZORError;
 
 // What an argument or the value of an option is, for those who complete it.
 enum class Completion {
@@ -93,12 +94,12 @@ public:
     // What the command does.
     Command& Does(std::function<Status(Session&)> iAction);
     // What to do when an error is raised, in words that follow "kw4tools: ".
-    Command& Advises(std::function<std::string()> iAdvice);
+    Command& Advises(std::function<std::string(ZORError&)> iAdvice);
 
     // The command that the command line names: this one or one below it.
     const Command& Chosen() const;
     Status Run(Session& ioSession) const { return _Action(ioSession); }
-    std::string Advice() const;
+    std::string Advice(ZORError& iError) const;
     // Whether it is a family of commands, which does nothing by itself.
     bool IsFamily() const { return !_Commands.empty(); }
     const CLI::App& Parser() const { return _App; }
@@ -128,5 +129,5 @@ private:
     std::deque<bool> _Flags;
     std::deque<std::optional<std::string>> _Options;
     std::function<Status(Session&)> _Action;
-    std::function<std::string()> _Advice;
+    std::function<std::string(ZORError&)> _Advice;
 };

@@ -84,7 +84,7 @@ void AddMessageCommand(Program& ioProgram)
         "The texts come from the catalogs in the directories of ZOR_CATALOG_PATH, in\n"
         "your language where they have it; \"kw4tools status\" lists them.");
     message.Example("kw4tools message CDA_W_0001 plate ann");
-    message.Advises([&] {
+    message.Advises([&](ZORError&) {
         return catalog ? "the catalog '" + *catalog +
                              "' was not checked; mend what the message "
                              "above names, or see with 'kw4tools status' which catalogs there are"

@@ -126,8 +126,8 @@ Status Program::Start(const Command& iCommand)
         const Status status = iCommand.Run(_Session);
         _Session.Out().Flush();
         return status;
-    } catch (const ZORRaisedError&) {
-        return Tell(iCommand.Advice());
+    } catch (const ZORRaisedError& raised) {
+        return Tell(iCommand.Advice(raised.Error()));
     }
 }
 

@@ -1,6 +1,7 @@
 #include "RawArguments.h"
 
 #include "Failure.h"
+#include "NearestName.h"
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
@@ -33,9 +34,61 @@ const CLI::App* FindCommand(const CLI::App& iCommand, const std::string& iName)
     return found.empty() ? nullptr : found.front();
 }
 
+std::vector<const CLI::App*> CommandsOf(const CLI::App& iCommand)
+{
+    return iCommand.get_subcommands([](const CLI::App*) { return true; });
+}
+
 bool HasCommands(const CLI::App& iCommand)
 {
-    return !iCommand.get_subcommands([](const CLI::App*) { return true; }).empty();
+    return !CommandsOf(iCommand).empty();
+}
+
+// The command of that name, however far below; null when there is none.
+const CLI::App* FindBelow(const CLI::App& iCommand, const std::string& iName)
+{
+    if (const CLI::App* const found = FindCommand(iCommand, iName))
+        return found;
+    for (const CLI::App* const each : CommandsOf(iCommand))
+        if (const CLI::App* const found = FindBelow(*each, iName))
+            return found;
+    return nullptr;
+}
+
+const CLI::App& ProgramOf(const CLI::App& iCommand)
+{
+    const CLI::App* const above = iCommand.get_parent();
+    return above ? ProgramOf(*above) : iCommand;
+}
+
+std::string DidYouMean(const std::string& iName)
+{
+    return iName.empty() ? "" : " (did you mean '" + iName + "'?)";
+}
+
+// For a name that no command below `iCommand` has: one of that name elsewhere, or one spelt nearly
+// so.
+std::string SuggestedCommand(const CLI::App& iCommand, const std::string& iName)
+{
+    if (const CLI::App* const elsewhere = FindBelow(ProgramOf(iCommand), iName))
+        return DidYouMean(FullName(*elsewhere));
+    std::vector<std::string> names;
+    for (const CLI::App* const each : CommandsOf(iCommand))
+        names.push_back(each->get_name());
+    const std::string nearest = NearestName(iName, names);
+    return DidYouMean(nearest.empty() ? "" : FullName(iCommand) + " " + nearest);
+}
+
+// For a name that no option of the command, or of one above it, has.
+std::string SuggestedOption(const CLI::App* iCommand, const std::string& iName)
+{
+    std::vector<std::string> names;
+    for (; iCommand; iCommand = iCommand->get_parent())
+        for (const CLI::Option* const each : iCommand->get_options())
+            names.insert(names.end(), each->get_lnames().begin(), each->get_lnames().end());
+    const std::size_t dashes = std::min(iName.find_first_not_of('-'), iName.size());
+    const std::string nearest = NearestName(iName.substr(dashes), names);
+    return DidYouMean(nearest.empty() ? "" : "--" + nearest);
 }
 
 bool LooksLikeOption(const CLI::App& iCommand, const std::string& iArgument)
@@ -77,8 +130,8 @@ private:
         const std::string name = iArgument.substr(0, equals);
         const CLI::Option* const option = FindOption(_Command, name);
         if (!option)
-            throw UsageError("there is no option '" + name +
-                                 "'; if it is an argument, put \"--\" before it",
+            throw UsageError("there is no option '" + name + "'" + SuggestedOption(_Command, name) +
+                                 "; if it is an argument, put \"--\" before it",
                              FullName(*_Command));
         const bool takesValue = option->get_items_expected_max() > 0;
         if (!takesValue && equals != std::string::npos)
@@ -98,7 +151,9 @@ private:
     {
         const CLI::App* const command = FindCommand(*_Command, iArgument);
         if (!command)
-            throw UsageError("there is no command '" + iArgument + "'", FullName(*_Command));
+            throw UsageError("there is no command '" + iArgument + "'" +
+                                 SuggestedCommand(*_Command, iArgument),
+                             FullName(*_Command));
         _Marked.push_back(iArgument);
         _Command = command;
     }

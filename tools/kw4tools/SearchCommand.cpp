@@ -3,6 +3,7 @@
 #include "Commands.h"
 #include "Program.h"
 #include "SearchExplanation.h"
+#include "SearchPathAdvice.h"
 
 #include <iostream>
 #include <unistd.h>
@@ -67,10 +68,7 @@ void AddSearchCommand(Program& ioProgram)
         "As JSON: {\"name\":NAME,\"path\":PATH}, the path null when there is none; with\n"
         "--explain, \"stages\" in it holds what was tried.");
     search.Example("kw4tools search plate.model --explain");
-    search.Advises([] {
-        return "the search path cannot be read: mend the setting DUX_SEARCH_PATH, or the settings "
-               "file DUXAdmin, as the message above says";
-    });
+    search.Advises(SearchPathAdvice);
     search.Does([&](Session& ioSession) {
         ZORIDuxServices& services = ioSession.Services();
         std::optional<Explanation> explanation;

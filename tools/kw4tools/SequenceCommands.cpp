@@ -115,11 +115,15 @@ constexpr int kOpenEnd = -1; // the library's mark for an interval without an en
 // An interval given as START:END or, without an end, START.
 DrawnInterval ParsedInterval(const std::string& iName, const std::string& iText)
 {
-    const std::size_t colon = iText.find(':');
-    DrawnInterval interval{WholeNumber(iName, iText.substr(0, colon)), std::nullopt};
-    if (colon != std::string::npos)
-        interval.end = WholeNumber(iName, iText.substr(colon + 1));
-    return interval;
+    try {
+        const std::size_t colon = iText.find(':');
+        DrawnInterval interval{WholeNumber(iName, iText.substr(0, colon)), std::nullopt};
+        if (colon != std::string::npos)
+            interval.end = WholeNumber(iName, iText.substr(colon + 1));
+        return interval;
+    } catch (const UsageError& error) {
+        throw UsageError(error.what() + std::string("; an interval is START:END or START"));
+    }
 }
 
 _SEQUENCE_CORBAAny Sequence(const DrawnInterval& iInterval)

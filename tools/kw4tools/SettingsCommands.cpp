@@ -14,12 +14,13 @@
 namespace
 {
 
-const char kFileHelp[] = "The settings file: a name like DUXAdmin, or a path with a \"/\" in it";
+const char kFileHelp[] =
+    "The settings file: a name like DUXAdmin, without \".toml\", or a\npath with a \"/\" in it";
 
 // What to do about an error with a settings file.
-std::function<std::string()> AdviceOn(const std::string& iFile)
+std::function<std::string(ZORError&)> AdviceOn(const std::string& iFile)
 {
-    return [&iFile]() -> std::string {
+    return [&iFile](ZORError&) -> std::string {
         if (iFile.empty())
             return "the name of the settings file is empty; give one, such as DUXAdmin";
         return "nothing was done with the settings file '" + iFile +
@@ -48,9 +49,9 @@ void AddGet(Command& ioSettings)
     get.Explains("Exit status 1, and nothing printed, when there is no such setting. One with an\n"
                  "empty value prints an empty line.");
     get.Example("kw4tools settings get DUXAdmin DUX_SEARCH_PATH");
-    get.Advises([&]() -> std::string {
+    get.Advises([&](ZORError& iError) -> std::string {
         return !file.empty() && name.empty() ? "the name of the setting is empty; give one"
-                                             : AdviceOn(file)();
+                                             : AdviceOn(file)(iError);
     });
     get.Does([&](Session& ioSession) {
         if (origin)

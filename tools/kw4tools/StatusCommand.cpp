@@ -4,6 +4,7 @@
 #include "Commands.h"
 #include "Json.h"
 #include "Program.h"
+#include "SearchPathAdvice.h"
 #include "ZORDictionaryDirectories.h"
 #include "ZORMsgCatalogDirectories.h"
 #include "ZORSettingDirectories.h"
@@ -222,10 +223,7 @@ void AddStatusCommand(Program& ioProgram)
         "and \"search_path\", each of directories.");
     const bool& json = status.JsonFlag();
     status.Example("kw4tools status");
-    status.Advises([] {
-        return "the search path cannot be told: mend the setting DUX_SEARCH_PATH, or the settings "
-               "file DUXAdmin, as the message above says";
-    });
+    status.Advises(SearchPathAdvice);
     status.Does([&](Session& ioSession) {
         json ? PrintJson(ioSession) : PrintLines(ioSession);
         return Status::Yes;

@@ -59,12 +59,26 @@ _kw4tools_words() {
 constexpr char kTail[] = R"bash(    esac
 }
 
+# What a word stands for, once the shell has read it: sets plain, and quote when it begins with one.
+_kw4tools_read() {
+    plain=$1 quote=''
+    [[ $1 != [\'\"]* ]] || quote=${1:0:1} plain=${1:1}
+    plain=${plain%"$quote"}
+    [[ $quote == "'" ]] || IFS= read -d '' plain <<<"$plain" # takes the backslashes away
+    plain=${plain%$'\n'}
+}
+
 # Offers the lines of standard input that begin with the current word, as the shell reads them.
 _kw4tools_lines() {
     local line quoted
     while IFS= read -r line; do
-        printf -v quoted %q "$line"
-        [[ $line != "$current"* && $quoted != "$current"* ]] || COMPREPLY+=("$quoted")
+        [[ $line == "$current"* ]] || continue
+        case $quote in
+        "'") quoted=$line ;;
+        '"') quoted=$(sed 's/[\\"$`]/\\&/g' <<<"$line") ;;
+        *) printf -v quoted %q "$line" ;;
+        esac
+        COMPREPLY+=("$quoted")
     done
 }
 
@@ -78,9 +92,6 @@ _kw4tools_values() {
         [[ $current != */* ]] || _kw4tools_values file
         ;;
     setting)
-        # What the shell will make of a plain word.
-        [[ $file != '~/'* ]] || file=$HOME/${file#'~/'}
-        IFS= read file <<<"$file"
         _kw4tools_lines < <("$program" settings list -- "$file" 2>/dev/null)
         ;;
     variable)
@@ -94,7 +105,7 @@ _kw4tools_values() {
 }
 
 _kw4tools() {
-    local program=$1 current=${COMP_WORDS[COMP_CWORD]}
+    local program=$1 current plain quote
     local commands options values arguments command='' first='' count=0 over='' wanted='' word i
     COMPREPLY=()
     _kw4tools_words ''
@@ -102,7 +113,7 @@ _kw4tools() {
     for ((i = 1; i < COMP_CWORD; i++)); do
         word=${COMP_WORDS[i]}
         if [[ -n $wanted ]]; then
-            wanted=''
+            [[ $word == = ]] || wanted='' # the shell splits --option=value in three
         elif [[ -z $over && $word == -- ]]; then
             over=yes
         elif [[ -z $over && $word == -?* ]]; then
@@ -114,6 +125,12 @@ _kw4tools() {
             ((count++)) || first=$word
         fi
     done
+    _kw4tools_read "$first"
+    [[ $first != '~/'* ]] || plain=$HOME/${plain#'~/'}
+    first=$plain
+    _kw4tools_read "${COMP_WORDS[COMP_CWORD]}"
+    current=$plain
+    [[ -z $wanted || $current != = ]] || current=''
     local kind
     if [[ -n $wanted ]]; then
         kind=${global_values}${values}

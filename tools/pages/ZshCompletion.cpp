@@ -47,8 +47,10 @@ const char* Action(Completion iCompletion)
 void WriteOption(const Command::Parameter& iOption, std::ostream& ioStream)
 {
     for (const std::string& name : OptionNames(iOption)) {
-        ioStream << " \\\n        '" << name << "[" << Message(iOption.help) << "]";
-        if (!iOption.value.empty())
+        const bool takesValue = !iOption.value.empty(); // behind a blank or "="
+        ioStream << " \\\n        '" << name << (takesValue ? "=[" : "[") << Message(iOption.help)
+                 << "]";
+        if (takesValue)
             ioStream << ':' << iOption.value << ':' << Action(iOption.completion);
         ioStream << "'";
     }

@@ -42,9 +42,9 @@ CatalogText ParseCatalog(const std::string& iFile, std::string_view iBytes)
     const toml::parse_result parsed = toml::parse(iBytes);
     if (!parsed) {
         const toml::source_position where = parsed.error().source().begin;
-        throw CatalogFailure(
-            At(iFile, where.line,
-               ", column " + std::to_string(where.column) + ": " + TomlComplaint(parsed.error())));
+        throw CatalogFailure(At(iFile, where.line,
+                                ", column " + std::to_string(where.column) + ": " +
+                                    TomlComplaint(parsed.error(), iBytes)));
     }
     CatalogText texts;
     Collect(texts, "", parsed.table());

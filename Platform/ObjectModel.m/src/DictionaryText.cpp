@@ -71,7 +71,7 @@ private:
         }
         const std::size_t line = parsed.error().source().begin.line;
         if (line != _DamagedLine) // else the end of the file: the same mistake once more
-            Note(line, TomlComplaint(parsed.error()));
+            Note(line, TomlComplaint(parsed.error(), _Text));
         _DamagedLine = line;
         BlankOut(line);
         return false;

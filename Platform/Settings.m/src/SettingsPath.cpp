@@ -132,7 +132,7 @@ std::string FollowLinks(std::string iPath)
         char target[PATH_MAX];
         const ssize_t length = readlink(iPath.c_str(), target, sizeof target);
         if (length < 0 && errno != EINVAL && errno != ENOENT)
-            RaiseSystemFailure(start, "follow the link " + iPath, errno);
+            RaiseSystemFailure(start, "reach " + iPath, errno);
         if (length < 0)
             return iPath;
         const std::string_view next(target, static_cast<std::size_t>(length));

@@ -39,7 +39,7 @@ std::optional<TomlDamage> CheckToml(std::string_view iText, std::vector<TomlName
     const toml::parse_result parsed = toml::parse(iText);
     if (!parsed)
         return TomlDamage{PlaceIn(iText, parsed.error().source().begin),
-                          TomlComplaint(parsed.error())};
+                          TomlComplaint(parsed.error(), iText)};
     for (const auto& [name, node] : parsed.table())
         oNames.push_back({std::string(name.str()), IsTable(node)});
     return std::nullopt;

@@ -3,6 +3,8 @@
 // The TOML library (toml++), made safe for text from anywhere. To be included, in a source file, in
 // place of its own header; it is heavy. TomlLibrary.cpp compiles what is in it, once.
 
+#include "TomlAdvice.h"
+
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -32,8 +34,9 @@
 
 #pragma pop_macro("NDEBUG")
 
-// What is wrong with the text, up to a NUL that it quotes.
-inline std::string TomlComplaint(const toml::parse_error& iError)
+// What is wrong with the text that was parsed, up to a NUL that it quotes.
+inline std::string TomlComplaint(const toml::parse_error& iError, std::string_view iText)
 {
-    return iError.description().data();
+    const toml::source_position where = iError.source().begin;
+    return TomlAdvice(iError.description().data(), iText, where.line, where.column);
 }
