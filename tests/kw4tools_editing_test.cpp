@@ -10,6 +10,7 @@ using testing::AllOf;
 using testing::EndsWith;
 using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::MatchesRegex;
 using testing::StartsWith;
 
 namespace
@@ -177,6 +178,14 @@ TEST(kw4tools_editing, MendsADamagedFile)
     const Editing editing("sed -i 's/= *$/= 1/' \"$1\"", "A = \n");
     EXPECT_EQ(editing.Run().status, 0);
     EXPECT_EQ(editing.Bytes(), "A = 1\n");
+}
+
+TEST(kw4tools_editing, TellsOfDamageThatWasLeft)
+{
+    const Editing editing(":", "A = \n");
+    EXPECT_THAT(editing.Run().err,
+                MatchesRegex("kw4tools: nothing was changed\nkw4tools: it is as damaged as before: "
+                             "settings file .*/site.toml: line 1, column 5: .*\n"));
 }
 
 TEST(kw4tools_editing, LosesNothingThatSomebodyElseSavedMeanwhile)

@@ -143,9 +143,12 @@ Status EditSettings(const std::string& iFile)
     ZORSettingText settings = TellingErrors([&] { return ZORSettingText(iFile.c_str()); });
     Draft draft(settings);
     const std::string text = EditedText(settings, draft);
-    if (text == settings.GetBytes())
-        std::cerr << "kw4tools: nothing was changed" << std::endl;
-    else
+    if (text != settings.GetBytes()) {
         Save(settings, draft, text);
+        return Status::Yes;
+    }
+    std::cerr << "kw4tools: nothing was changed" << std::endl;
+    if (const auto damage = DamageOf(settings, text))
+        std::cerr << "kw4tools: it is as damaged as before: " << *damage << std::endl;
     return Status::Yes;
 }
