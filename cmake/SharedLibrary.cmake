@@ -14,7 +14,6 @@ function(kw_shared_library target)
     $<BUILD_INTERFACE:hardened_build>)
   target_compile_features(${target} PUBLIC cxx_std_17)
   kw_precompile(${target})
-  kw_combine(${target})
   set_target_properties(${target} PROPERTIES
     EXPORT_NAME ${arg_EXPORT_NAME}
     VERSION ${PROJECT_VERSION}
@@ -22,7 +21,6 @@ function(kw_shared_library target)
     C_VISIBILITY_PRESET hidden
     CXX_VISIBILITY_PRESET hidden
     VISIBILITY_INLINES_HIDDEN ON
-    INSTALL_RPATH "$ORIGIN" # one library finds the other beside it
     KW_HEADER_DIRECTORY "${CMAKE_INSTALL_INCLUDEDIR}/${arg_HEADER_DIRECTORY}")
   target_include_directories(${target} INTERFACE
     $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/${arg_HEADER_DIRECTORY}>)
@@ -41,6 +39,7 @@ function(kw_add_area target)
   list(TRANSFORM arg_SOURCES PREPEND "${CMAKE_CURRENT_SOURCE_DIR}/src/")
   list(TRANSFORM arg_HEADERS PREPEND "${CMAKE_CURRENT_SOURCE_DIR}/include/")
   target_sources(${target} PRIVATE ${arg_SOURCES})
+  kw_combine(${target} ${arg_SOURCES})
   set_property(TARGET ${target} APPEND PROPERTY KW_PUBLIC_HEADERS ${arg_HEADERS})
   target_include_directories(${target}
     PUBLIC $<BUILD_INTERFACE:${CMAKE_CURRENT_SOURCE_DIR}/include>

@@ -44,19 +44,23 @@ function(kw_precompile target)
   endif()
 endfunction()
 
-# kw_combine(<target> [<source>…]): these sources are compiled as one; without any, all of the target
-# are compiled four at a time, in their order.
+# kw_combine(<target> <source>…): these sources are compiled four at a time, in their order. So two
+# neighbours must not give the same name, in unnamed namespaces, to different things.
 function(kw_combine target)
   if(NOT KW4TOOLS_QUICK_BUILD)
     return()
   endif()
-  set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 4)
-  if(ARGN)
-    set_target_properties(${target} PROPERTIES UNITY_BUILD_MODE GROUP)
-    set_source_files_properties(${ARGN} PROPERTIES UNITY_GROUP combined)
-  endif()
-  # Which sees that a source is not the main one.
+  set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_MODE GROUP)
+  # g++ sees that such a source is not the main one.
   target_compile_options(${target} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-Wno-subobject-linkage>)
+  cmake_path(GET CMAKE_CURRENT_SOURCE_DIR FILENAME directory)
+  set(count 0)
+  foreach(source IN LISTS ARGN)
+    math(EXPR group "${count} / 4")
+    math(EXPR count "${count} + 1")
+    set_source_files_properties(${source} TARGET_DIRECTORY ${target}
+      PROPERTIES UNITY_GROUP "${directory}_${group}")
+  endforeach()
 endfunction()
 
 set(CMAKE_CXX_EXTENSIONS OFF)

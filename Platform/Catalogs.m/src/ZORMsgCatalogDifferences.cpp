@@ -13,8 +13,6 @@
 namespace
 {
 
-constexpr char kFile[] = "Platform/Catalogs.m/src/ZORMsgCatalogDifferences";
-
 using Locales = std::map<std::string, CatalogText>; // texts for all are under ""
 
 std::string LanguageOf(const std::string& iLocale)
@@ -113,6 +111,7 @@ std::vector<std::string> Differences(const Locales& iLocales)
 
 std::vector<std::string> ZORMsgCatalogDifferences(const char* iCatalog)
 {
+    constexpr char kFile[] = "Platform/Catalogs.m/src/ZORMsgCatalogDifferences";
     Locales locales;
     try {
         locales = ReadLocales(iCatalog);

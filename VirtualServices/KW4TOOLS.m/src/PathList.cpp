@@ -1,12 +1,9 @@
 #include "PathList.h"
 
+#include "TextView.h"
+
 namespace
 {
-
-std::string_view View(const ZORUnicodeString& iText)
-{
-    return {iText.ConvertToChar(), iText.GetLengthInBytes()};
-}
 
 std::size_t Index(char iByte)
 {

@@ -1,5 +1,6 @@
 #include "VariableReference.h"
 
+#include "TextView.h"
 #include "ZORGetEnv.h"
 
 #include <algorithm>
@@ -24,7 +25,7 @@ ZORUnicodeString WithValue(std::string_view iPath, std::size_t iDollar, std::str
 
 bool ExpandVariable(MethodFrame& ioFrame, ZORUnicodeString& ioPath)
 {
-    const std::string_view path(ioPath.ConvertToChar(), ioPath.GetLengthInBytes());
+    const std::string_view path = View(ioPath);
     const std::size_t dollar = path.find('$');
     if (dollar == std::string_view::npos)
         return false;
@@ -34,7 +35,7 @@ bool ExpandVariable(MethodFrame& ioFrame, ZORUnicodeString& ioPath)
     const char* const value = ZORGetEnv(name.ConvertToChar());
     if (!value || !*value)
         return false;
-    const std::string_view bytes(name.ConvertToChar(), name.GetLengthInBytes());
+    const std::string_view bytes = View(name);
     if (path.find(bytes) == dollar + 1)
         ioPath = WithValue(path, dollar, bytes, value);
     else {

@@ -3,6 +3,7 @@
 #include "MethodFrame.h"
 #include "PathList.h"
 #include "SettingReader.h"
+#include "TextView.h"
 #include "VariableReference.h"
 #include "ZORDuxServices.h"
 #include "ZORGetEnv.h"
@@ -19,11 +20,6 @@ namespace
 const char kSettingsFile[] = "DUXAdmin";
 const char kSearchPath[] = "DUX_SEARCH_PATH";
 constexpr std::string_view kSettingMark = "$$"; // begins an entry that names a setting
-
-std::string_view View(const ZORUnicodeString& iText)
-{
-    return {iText.ConvertToChar(), iText.GetLengthInBytes()};
-}
 
 bool Exists(const char* iPath)
 {

@@ -14,9 +14,6 @@ namespace
 {
 
 constexpr char kFile[] = "VirtualServices/KW4TOOLS.m/src/ZORLoadExternalSchema";
-constexpr int kNotFound = 120;
-constexpr int kNotLoadable = 205;
-constexpr int kNoCreation = 262;
 
 using Creation = void* (*)();
 
@@ -37,6 +34,7 @@ Names NamesOf(const std::string& iSchema)
 
 std::string Choose(const std::string& iLibrary, const char* iLibraryPath)
 {
+    constexpr int kNotFound = 120;
     if (iLibraryPath)
         return iLibraryPath;
     const std::unique_ptr<char, FreeText> found(SearchLib(iLibrary.c_str()));
@@ -56,8 +54,9 @@ void Tell(const char* iWhat, const std::string& iName, const char* iReason)
     std::cerr << iWhat << iName << "reason =" << (iReason ? iReason : "") << std::endl;
 }
 
-void* Open(const Names& iNames)
+void* OpenLibrary(const Names& iNames)
 {
+    constexpr int kNotLoadable = 205;
     void* const library = dlopen(ForLoader(iNames.path).c_str(), RTLD_LAZY);
     if (!library) {
         Tell("Can't open library -->", iNames.path, dlerror());
@@ -68,6 +67,7 @@ void* Open(const Names& iNames)
 
 Creation FindCreation(void* iLibrary, const Names& iNames)
 {
+    constexpr int kNoCreation = 262;
     void* const creation = dlsym(iLibrary, iNames.creation.c_str());
     if (!creation) {
         Tell("Can't find symbol -->", iNames.creation, dlerror());
@@ -84,7 +84,7 @@ Creation Load(const char* iSchema, const char* iLibraryPath)
     try {
         Names names = NamesOf(iSchema ? iSchema : "");
         names.path = Choose(names.library, iLibraryPath);
-        return FindCreation(Open(names), names);
+        return FindCreation(OpenLibrary(names), names);
     } catch (const std::bad_alloc&) {
         return nullptr;
     }
