@@ -44,7 +44,7 @@ function(kw_precompile target)
   endif()
 endfunction()
 
-# kw_combine(<target> <source>…): these sources are compiled four at a time, in their order. So two
+# kw_combine(<target> <source>…): these sources are compiled six at a time, in their order. So two
 # neighbours must not give the same name, in unnamed namespaces, to different things.
 function(kw_combine target)
   if(NOT KW4TOOLS_QUICK_BUILD)
@@ -56,7 +56,7 @@ function(kw_combine target)
   cmake_path(GET CMAKE_CURRENT_SOURCE_DIR FILENAME directory)
   set(count 0)
   foreach(source IN LISTS ARGN)
-    math(EXPR group "${count} / 4")
+    math(EXPR group "${count} / 6")
     math(EXPR count "${count} + 1")
     set_source_files_properties(${source} TARGET_DIRECTORY ${target}
       PROPERTIES UNITY_GROUP "${directory}_${group}")
