@@ -22,7 +22,7 @@ macro(kw_compile_quickly level)
   add_compile_options($<$<CONFIG:RelWithDebInfo>:${level}> $<$<CONFIG:RelWithDebInfo>:-g1>)
 endmacro()
 
-# For development, a build from nothing in half the time. One without finds what a source forgets to
+# For development, a build from nothing in less time. One without finds what a source forgets to
 # include; and at -O3 g++ 12 warns of its own headers when they are precompiled.
 option(KW4TOOLS_QUICK_BUILD "Precompile common headers, and compile several sources at a time" OFF)
 if(KW4TOOLS_QUICK_BUILD)

@@ -34,21 +34,8 @@ std::uint32_t Drop(std::atomic<std::uint32_t>& ioCount)
 
 } // namespace
 
-ZORMetaClass* ZORBaseUnknown::MetaObject()
-{
-    static ZORMetaClass* const meta =
-        ZORRegisterClass("ZORBaseUnknown", ZORKindImplementation, nullptr);
-    return meta;
-}
-
-const GUID& ZORBaseUnknown::ClassId()
-{
-    return MetaObject()->GetClassId();
-}
-const char* ZORBaseUnknown::ClassName()
-{
-    return MetaObject()->GetClassName();
-}
+ZOR_IMPLEMENT_CLASS_STATICS(ZORBaseUnknown,
+                            ZORRegisterClass("ZORBaseUnknown", ZORKindImplementation, nullptr))
 ZOR_IMPLEMENT_CLASS_VIRTUALS(ZORBaseUnknown)
 
 ZORBaseUnknown::ZORBaseUnknown() = default;
